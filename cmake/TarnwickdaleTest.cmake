@@ -1,0 +1,13 @@
+# tarnwickdale_test(<target> SOURCES <file>... [LIBRARIES <target>...] [INCLUDES <dir>...] [LABELS <label>...])
+#
+# One GoogleTest executable whose cases ctest runs one by one, in any order and in parallel. Cases labelled "slow" stay out of the
+# quick run (ctest -LE slow).
+function(tarnwickdale_test target)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;INCLUDES;LABELS" ${ARGN})
+  add_executable(${target} ${ARG_SOURCES})
+  set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/../lib")
+  target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support ${ARG_INCLUDES})
+  target_link_libraries(${target} PRIVATE ${ARG_LIBRARIES} GTest::gmock GTest::gtest_main)
+  gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 LABELS "${ARG_LABELS}")
+endfunction()
