@@ -1,0 +1,188 @@
+#include "table.h"
+
+#include "database.h"
+#include "handlepool.h"
+#include "oa/oaBaseMsgIds.h"
+#include "raise.h"
+
+#include <algorithm>
+
+namespace OpenAccess_4 {
+namespace kit {
+
+void raiseDeadObject() {
+  raiseBase(oacDeletedDatabase, "the object is NULL, was destroyed, or its database has been closed");
+}
+
+Table::Table(Database &database, std::uint16_t id, const char *name, TableLife life)
+    : database_(&database), id_(id), name_(name), life_(life) {
+  database.addTable(*this);
+}
+
+Table::~Table() { killHandles(); }
+
+Row Table::addRow() { return addRows(1); }
+
+Row Table::addRows(Row count) {
+  if (count > kNoRow - rowCount_) {
+    raiseMemory(database_->label() + ": table " + name_ + " is full");
+  }
+  const Row first = rowCount_;
+  rowCount_ += count;
+  return first;
+}
+
+Row Table::nextAlive(Row row) const {
+  const Row end = kinds_ != nullptr ? std::min(rowCount_, kinds_->size()) : rowCount_;
+  for (Row next = row == kNoRow ? 0 : row + 1; next < end; ++next) {
+    if (kindOf(next) != 0) {
+      return next;
+    }
+  }
+  return kNoRow;
+}
+
+Row Table::countAlive() const {
+  if (kinds_ == nullptr) {
+    return rowCount_;
+  }
+  if (!destroyedRowsCounted_) {
+    const Row stored = std::min(rowCount_, kinds_->size());
+    const std::uint8_t *kinds = kinds_->span(0, stored);
+    destroyedRows_ = rowCount_ - static_cast<Row>(stored - std::count(kinds, kinds + stored, 0));
+    destroyedRowsCounted_ = true;
+  }
+  return rowCount_ - destroyedRows_;
+}
+
+Row Table::checkRow(Row row, const char *what) const {
+  if (!isAlive(row)) {
+    raiseBase(oacInvalidReference, database_->label() + ": damaged: " + what + " refers to row " + std::to_string(row) +
+                                       " of table " + name_ + ", which has " + std::to_string(rowCount_) + " rows");
+  }
+  return row;
+}
+
+void Table::checkSpan(Row begin, Row count, const char *what) const {
+  const Row stored = columns_.empty() ? rowCount_ : std::min(rowCount_, columns_.front()->size());
+  if (begin > stored || count > stored - begin) {
+    raiseBase(oacInvalidReference, database_->label() + ": damaged: " + what + " refers to " + std::to_string(count) +
+                                       " elements at " + std::to_string(begin) + " of table " + name_ + ", which has " +
+                                       std::to_string(stored));
+  }
+}
+
+void Table::setKind(Row row, std::uint8_t kind) {
+  const std::uint8_t old = kindOf(row);
+  kinds_->set(row, kind);
+  if (destroyedRowsCounted_ && old != 0 && kind == 0) {
+    ++destroyedRows_;
+  }
+  const std::size_t index = row >> HandleBlock::kShift;
+  HandleBlock *block = index < blocks_.size() ? blocks_[index] : nullptr;
+  if (block == nullptr) {
+    return;
+  }
+  oaObject &object = block->handles[row & (HandleBlock::kHandles - 1)];
+  if (object.table_ == nullptr) {
+    return;
+  }
+  object.type_ = kind;
+  if (kind == 0) {
+    object.table_ = nullptr;
+  }
+}
+
+HandleBlock *Table::addBlock(std::size_t index) {
+  if (index >= blocks_.size()) {
+    blocks_.resize(index + 1);
+  }
+  blocks_[index] = HandlePool::instance().take();
+  return blocks_[index];
+}
+
+void Table::initHandle(oaObject &object, Row row) {
+  const std::uint8_t kind = kindOf(row);
+  if (kind == 0) {
+    raiseBase(oacInvalidReference, database_->label() + ": row " + std::to_string(row) + " of table " + name_ +
+                                       " is asked for, but does not exist");
+  }
+  object.table_ = this;
+  object.row_ = row;
+  object.type_ = kind;
+}
+
+void Table::killHandles() {
+  for (HandleBlock *block : blocks_) {
+    if (block != nullptr) {
+      HandlePool::instance().giveBack(block);
+    }
+  }
+  blocks_.clear();
+}
+
+void Table::clear() {
+  for (ColumnBase *column : columns_) {
+    column->clear();
+  }
+  rowCount_ = 0;
+  destroyedRows_ = 0;
+  destroyedRowsCounted_ = true;
+}
+
+void Table::loaded() {
+  destroyedRows_ = 0;
+  destroyedRowsCounted_ = kinds_ == nullptr;
+}
+
+void OwnerIndex::add(std::uint64_t owner, Row row) {
+  std::vector<Row> &rows = rows_[owner];
+  if (rows.empty() || rows.back() < row) {
+    rows.push_back(row);
+  } else {
+    rows.insert(std::lower_bound(rows.begin(), rows.end(), row), row);
+  }
+}
+
+void OwnerIndex::remove(std::uint64_t owner, Row row) {
+  const auto found = rows_.find(owner);
+  if (found == rows_.end()) {
+    return;
+  }
+  std::vector<Row> &rows = found->second;
+  const auto place = std::lower_bound(rows.begin(), rows.end(), row);
+  if (place != rows.end() && *place == row) {
+    rows.erase(place);
+  }
+  if (rows.empty()) {
+    rows_.erase(found);
+  }
+}
+
+const std::vector<Row> &OwnerIndex::rows(std::uint64_t owner) const {
+  static const std::vector<Row> none;
+  const auto found = rows_.find(owner);
+  return found == rows_.end() ? none : found->second;
+}
+
+void NameIndex::remove(const std::string &name, Row row) {
+  const auto range = rows_.equal_range(name);
+  for (auto entry = range.first; entry != range.second; ++entry) {
+    if (entry->second == row) {
+      rows_.erase(entry);
+      return;
+    }
+  }
+}
+
+Row NameIndex::find(const std::string &name) const {
+  Row oldest = kNoRow;
+  const auto range = rows_.equal_range(name);
+  for (auto entry = range.first; entry != range.second; ++entry) {
+    oldest = std::min(oldest, entry->second);
+  }
+  return oldest;
+}
+
+} // namespace kit
+} // namespace OpenAccess_4

@@ -1,0 +1,174 @@
+#ifndef OAKIT_TABLE_H
+#define OAKIT_TABLE_H
+
+// Rows of one kind in a database, and the handles (oaObject) that clients hold on them. Invariants:
+//  (1) a row number never changes and is never used again while the database is open, so a handle may keep it;
+//  (2) row order is creation order;
+//  (3) a handle is made when somebody first asks for it, and stays at its address until the database is purged; then it
+//  reads as dead
+//      (type 0, no table) until its memory is handed out again, which happens as late as possible.
+
+#include "column.h"
+#include "oa/oaObject.h"
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace OpenAccess_4 {
+namespace kit {
+
+class Database;
+
+// How the rows of a table live and die.
+enum class TableLife {
+  kinds,      // a column `kind` holds the oaType of each row; 0 marks a destroyed row
+  referenced, // a row lives as long as a living row refers to it (strings, payloads of shapes)
+  pool        // elements are owned in spans by rows of other tables (points, bytes)
+};
+
+// Handles of 1,024 consecutive rows.
+struct HandleBlock {
+  static constexpr unsigned kShift = 10;
+  static constexpr Row kHandles = Row(1) << kShift;
+  oaObject handles[kHandles];
+};
+
+class Table {
+public:
+  Table(Database &database, std::uint16_t id, const char *name, TableLife life);
+  virtual ~Table();
+  Table(const Table &) = delete;
+  Table &operator=(const Table &) = delete;
+
+  Database &database() const { return *database_; }
+  std::uint16_t id() const { return id_; }
+  const char *name() const { return name_; }
+  TableLife life() const { return life_; }
+  const std::vector<ColumnBase *> &columns() const { return columns_; }
+
+  Row rowCount() const { return rowCount_; }
+  // Adds a row with default values; for a table with kinds the caller sets `kind` next. Raises when the row numbers are
+  // used up.
+  Row addRow();
+  // For pools: adds `count` rows at once and returns the first.
+  Row addRows(Row count);
+  // The kind (oaTypeEnum) of a row, 0 when it is destroyed. Only for tables with kinds.
+  std::uint8_t kindOf(Row row) const { return kinds_ ? (*kinds_)[row] : std::uint8_t(row < rowCount_); }
+  bool isAlive(Row row) const { return row < rowCount_ && kindOf(row) != 0; }
+  bool hasDestroyedRows() const { return destroyedRows_ != 0; }
+  Row liveRowCount() const { return rowCount_ - destroyedRows_; }
+  // The next living row after `row` (kNoRow: the first), or kNoRow.
+  Row nextAlive(Row row) const;
+  // Number of living rows of a table with kinds. Counts once after loading, since a file does not say it.
+  Row countAlive() const;
+  // Raises oacInvalidReference when `row`, read from a file, is not a living row of this table. `what` names the
+  // referring place.
+  Row checkRow(Row row, const char *what) const;
+  // Likewise for a span of a pool.
+  void checkSpan(Row begin, Row count, const char *what) const;
+
+  // The handle of a living row. kNoRow gives NULL.
+  oaObject *handle(Row row) {
+    if (row == kNoRow) {
+      return nullptr;
+    }
+    const std::size_t index = row >> HandleBlock::kShift;
+    HandleBlock *block = index < blocks_.size() ? blocks_[index] : nullptr;
+    if (block == nullptr) {
+      block = addBlock(index);
+    }
+    oaObject &object = block->handles[row & (HandleBlock::kHandles - 1)];
+    if (object.table_ == nullptr) {
+      initHandle(object, row);
+    }
+    return &object;
+  }
+  // Sets the kind of a row. 0 destroys it: its handle, if any, reads as dead from now on.
+  void setKind(Row row, std::uint8_t kind);
+  // Makes every handle of this table dead and gives its memory back.
+  void killHandles();
+
+  // Forgets all rows.
+  virtual void clear();
+  // Called after the rows of a file were taken over, before anything is read from them.
+  virtual void loaded();
+  // Called when the row's properties and everything else that hangs on it should go; see Database::destroyRow.
+  void setRowCount(Row rows) { rowCount_ = rows; }
+
+protected:
+  void setKindColumn(Column<std::uint8_t> &kinds) { kinds_ = &kinds; }
+
+private:
+  friend class ColumnBase;
+  void addColumn(ColumnBase &column) { columns_.push_back(&column); }
+  HandleBlock *addBlock(std::size_t index);
+  void initHandle(oaObject &object, Row row);
+
+  Database *database_;
+  std::uint16_t id_;
+  const char *name_;
+  TableLife life_;
+  Row rowCount_ = 0;
+  mutable Row destroyedRows_ = 0;
+  mutable bool destroyedRowsCounted_ = true;
+  Column<std::uint8_t> *kinds_ = nullptr;
+  std::vector<ColumnBase *> columns_;
+  std::vector<HandleBlock *> blocks_;
+};
+
+// The rows that belong to one owner (the pins of a terminal, the properties of an object), in creation order. Built by
+// the owner of the index at first need, then kept up to date.
+class OwnerIndex {
+public:
+  bool isBuilt() const { return isBuilt_; }
+  void setBuilt() { isBuilt_ = true; }
+  void clear() {
+    isBuilt_ = false;
+    rows_.clear();
+  }
+  void add(std::uint64_t owner, Row row);
+  void remove(std::uint64_t owner, Row row);
+  // Empty when the owner has none. The reference is valid until the next change.
+  const std::vector<Row> &rows(std::uint64_t owner) const;
+
+private:
+  bool isBuilt_ = false;
+  std::unordered_map<std::uint64_t, std::vector<Row>> rows_;
+};
+
+// Rows by name. Names may be used by several rows; find() gives the oldest.
+class NameIndex {
+public:
+  bool isBuilt() const { return isBuilt_; }
+  void setBuilt() { isBuilt_ = true; }
+  void clear() {
+    isBuilt_ = false;
+    rows_.clear();
+  }
+  void add(const std::string &name, Row row) { rows_.emplace(name, row); }
+  void remove(const std::string &name, Row row);
+  Row find(const std::string &name) const;
+
+private:
+  bool isBuilt_ = false;
+  std::unordered_multimap<std::string, Row> rows_;
+};
+
+// Access to the table and row behind an API object. Every member function of the API begins with one of these.
+inline Table *tableOf(const oaObject *object) { return object->table_; }
+inline Row rowOf(const oaObject *object) { return object->row_; }
+[[noreturn]] void raiseDeadObject();
+// The table of a living object; raises oacDeletedDatabase for a dead one and for NULL.
+inline Table &liveTable(const oaObject *object) {
+  if (object == nullptr || object->table_ == nullptr) {
+    raiseDeadObject();
+  }
+  return *object->table_;
+}
+
+} // namespace kit
+} // namespace OpenAccess_4
+
+#endif

@@ -1,0 +1,15 @@
+#ifndef OACONNECTIVITY_H
+#define OACONNECTIVITY_H
+
+// Nets, terminals, pins, and the placements of masters.
+
+#include "oa/oaInst.h"
+#include "oa/oaInstHeader.h"
+#include "oa/oaInstTerm.h"
+#include "oa/oaNet.h"
+#include "oa/oaPin.h"
+#include "oa/oaRef.h"
+#include "oa/oaTerm.h"
+#include "oa/oaVia.h"
+
+#endif
