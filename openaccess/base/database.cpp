@@ -82,11 +82,11 @@ void Database::load(std::unique_ptr<DatabaseImage> image) {
   isModified_ = false;
 }
 
-void Database::writeTo(const std::string &path) {
+void Database::writeTo(const std::string &path, const std::function<void()> &beforeRename) {
   const std::int64_t previous = databaseTable_->savedTime[0];
   databaseTable_->savedTime.set(0, static_cast<std::int64_t>(std::time(nullptr)));
   try {
-    DatabaseWriter(*this).writeTo(path);
+    DatabaseWriter(*this).writeTo(path, beforeRename);
   } catch (...) {
     databaseTable_->savedTime.set(0, previous);
     throw;

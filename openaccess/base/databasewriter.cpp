@@ -24,7 +24,7 @@ std::uint16_t targetOf(const ColumnReference &reference, const Table &table, Row
 
 } // namespace
 
-void DatabaseWriter::writeTo(const std::string &path) {
+void DatabaseWriter::writeTo(const std::string &path, const std::function<void()> &beforeRename) {
   const bool renumbers = isAnythingLeftOut();
   if (renumbers) {
     renumber();
@@ -51,7 +51,7 @@ void DatabaseWriter::writeTo(const std::string &path) {
       writer.endColumn();
     }
   }
-  writer.finish(static_cast<std::uint8_t>(database_.kind()));
+  writer.finish(static_cast<std::uint8_t>(database_.kind()), beforeRename);
 }
 
 bool DatabaseWriter::isAnythingLeftOut() const {

@@ -3,6 +3,7 @@
 
 #include "database.h"
 
+#include <functional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -16,7 +17,8 @@ namespace kit {
 class DatabaseWriter {
 public:
   explicit DatabaseWriter(const Database &database) : database_(database) {}
-  void writeTo(const std::string &path);
+  // See Database::writeTo().
+  void writeTo(const std::string &path, const std::function<void()> &beforeRename = {});
 
 private:
   // What becomes of the rows of one table. Pools have spans instead: their elements are written in the order in which

@@ -65,10 +65,10 @@ void oaNameBase::clear() {
 }
 
 void oaNameBase::append(const oaNameMem &member) {
-  const oaNameMem added(member);
+  oaNameMem added(member); // it may be part of this name
   if (!isEmpty())
     path_.push_back(last_);
-  last_ = added;
+  last_ = std::move(added);
 }
 
 void oaNameBase::insertPath(const oaNameBase &path, const oaNameMem &lastOfPath) {
@@ -262,7 +262,8 @@ void oaBundleName::addHierMem(const oaNameSpace &nSpace, const oaChar *in, oaUIn
 void oaBundleName::addHierMem(const oaNameMem &in) {
   if (isEmpty())
     raiseEmpty();
-  const oaNameMem level(in); // it may be part of this bundle
+  // It may be part of this bundle. NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+  const oaNameMem level(in);
   for (oaSimpleName &member : members_)
     member.addHierMem(level);
 }

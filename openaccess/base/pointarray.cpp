@@ -22,7 +22,7 @@ template <class Visit> bool anyEdge(const oaPointArray &points, bool isClosed, V
     if (visit(points[i - 1], points[i]))
       return true;
   }
-  return isClosed && n > 2 && visit(points[n - 1], points[0]);
+  return isClosed && n > 1 && visit(points[n - 1], points[0]);
 }
 
 enum class Place { outside, onEdge, inside };

@@ -85,6 +85,19 @@ public:
     }
     return &object;
   }
+  // The same for a row that is known to be alive and of that kind.
+  oaObject *handle(Row row, std::uint8_t kind) {
+    const std::size_t index = row >> HandleBlock::kShift;
+    if (__builtin_expect(index >= blocks_.size() || blocks_[index] == nullptr, 0)) {
+      addBlock(index);
+    }
+    oaObject &object = blocks_[index]->handles[row & (HandleBlock::kHandles - 1)];
+    // Writing what is there already costs less than asking.
+    object.table_ = this;
+    object.row_ = row;
+    object.type_ = kind;
+    return &object;
+  }
   // Sets the kind of a row. 0 destroys it: its handle, if any, reads as dead from now on.
   void setKind(Row row, std::uint8_t kind);
   // Makes every handle of this table dead and gives its memory back.

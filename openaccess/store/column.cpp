@@ -77,9 +77,6 @@ void ColumnBase::clear() {
 
 void ColumnBase::verifySegmentOf(Row row) const {
   const Row segment = row >> kSegmentShift;
-  if (verified_[segment]) {
-    return;
-  }
   const Row begin = segment << kSegmentShift;
   const Row rows = std::min(kSegmentRows, size_ - begin);
   image_->verify(data_ + std::size_t(begin) * elementBytes_, std::size_t(rows) * elementBytes_, checksums_[segment],
@@ -94,7 +91,9 @@ void ColumnBase::verify(Row begin, Row end) const {
     return;
   }
   for (Row segment = begin >> kSegmentShift; segment <= (end - 1) >> kSegmentShift; ++segment) {
-    verifySegmentOf(segment << kSegmentShift);
+    if (isUnverified(segment << kSegmentShift)) {
+      verifySegmentOf(segment << kSegmentShift);
+    }
   }
 }
 

@@ -74,7 +74,7 @@ public:
     if (row >= size_) {
       return default_.data();
     }
-    if (unverifiedSegments_ != 0) {
+    if (isUnverified(row)) {
       verifySegmentOf(row);
     }
     return data_ + std::size_t(row) * elementBytes_;
@@ -88,6 +88,8 @@ public:
   void verify(Row begin, Row end) const;
 
 protected:
+  // Whether the stored row lies in a segment whose checksum was not looked at yet.
+  bool isUnverified(Row row) const { return unverifiedSegments_ != 0 && !verified_[row >> kSegmentShift]; }
   void verifySegmentOf(Row row) const;
   void own();
   void grow(Row rows);
@@ -128,7 +130,7 @@ public:
     if (row >= size_) {
       return defaultValue_;
     }
-    if (unverifiedSegments_ != 0) {
+    if (isUnverified(row)) {
       verifySegmentOf(row);
     }
     return reinterpret_cast<const T *>(data_)[row];

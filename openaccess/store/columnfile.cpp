@@ -215,7 +215,7 @@ void ColumnFileWriter::pad() {
   }
 }
 
-void ColumnFileWriter::finish(std::uint8_t databaseKind) {
+void ColumnFileWriter::finish(std::uint8_t databaseKind, const std::function<void()> &beforeRename) {
   flatbuffers::FlatBufferBuilder builder;
   std::vector<flatbuffers::Offset<file::StoredTable>> tables;
   for (const WrittenTable &table : tables_) {
@@ -244,7 +244,7 @@ void ColumnFileWriter::finish(std::uint8_t databaseKind) {
   header.fileBytes = file_.size();
   header.headerChecksum = checksumOf(&header, offsetof(ColumnFileHeader, headerChecksum));
   file_.writeAt(&header, sizeof header, 0);
-  file_.commit();
+  file_.commit(beforeRename);
 }
 
 } // namespace kit

@@ -75,7 +75,8 @@ public:
   void addElements(const void *elements, Row count);
   void endColumn();
   // Writes directory and header and puts the file in place.
-  void finish(std::uint8_t databaseKind);
+  // `beforeRename`: see AtomicFile::commit().
+  void finish(std::uint8_t databaseKind, const std::function<void()> &beforeRename = {});
 
 private:
   struct WrittenColumn {

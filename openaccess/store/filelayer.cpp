@@ -143,7 +143,7 @@ void AtomicFile::writeAt(const void *bytes, std::size_t count, unsigned long lon
   }
 }
 
-void AtomicFile::commit() {
+void AtomicFile::commit(const std::function<void()> &beforeRename) {
   FileLayer &files = FileLayer::current();
   if (files.sync(file_) != 0) {
     fail(oacFileWriteFailed, "cannot flush the new contents to disk", errno);
@@ -153,6 +153,9 @@ void AtomicFile::commit() {
   file_ = -1;
   if (closed != 0) {
     fail(oacFileCloseFailed, "cannot close the new contents", closeError);
+  }
+  if (beforeRename) {
+    beforeRename();
   }
   if (files.rename(temporaryPath_.c_str(), targetPath_.c_str()) != 0) {
     fail(oacFileWriteFailed, "cannot put the new contents in place", errno);

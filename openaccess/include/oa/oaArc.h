@@ -22,7 +22,7 @@ public:
   // The arc of the ellipse inside `bBox`. Raises oacArcWrongNumIntercepts unless the boxes' edges cut the ellipse in exactly two points.
   static void calcArc(const oaBox &ellipseBBox, oaBox &bBox, oaDouble &startAngle, oaDouble &stopAngle);
   static void calcBBox(const oaBox &ellipseBBox, oaDouble startAngle, oaDouble stopAngle, oaBox &bBox);
-  // `numEdges` + 1 points at equal angles. Raises oacArcNumSidesInvalid for 0 edges.
+  // `numEdges` + 1 points at equal angles. Raises oacArcNumSidesInvalid for fewer than 3 edges.
   static void genPoints(const oaBox &ellipseBBox, oaDouble startAngle, oaDouble stopAngle, oaUInt4 numEdges,
                         oaPointArray &boundary);
 
@@ -31,7 +31,7 @@ public:
   oaDouble getStopAngle() const;
   void getPoints(oaPointArray &points, oaUInt4 numSegs = 10) const;
   void set(const oaBox &ellipseBBox, oaDouble startAngle, oaDouble stopAngle);
-  // Changes the class of this object, whose pointer stays the same. Raises oacArcNumSidesInvalid for fewer than 2 sides.
+  // Changes the class of this object, whose pointer stays the same. Raises oacArcNumSidesInvalid for fewer than 3 sides.
   oaLine *convertToLine(oaUInt4 numSides = 16);
 };
 

@@ -30,17 +30,9 @@
 #include "oa/oaVectorBitName.h"
 #include "oa/oaVectorName.h"
 
-#if __has_include("oa/oaCollection.h")
 #include "oa/oaCollection.h"
-#endif
-#if __has_include("oa/oaObject.h")
 #include "oa/oaObject.h"
-#endif
-#if __has_include("oa/oaProp.h")
 #include "oa/oaProp.h"
-#endif
-#if __has_include("oa/oaSession.h")
 #include "oa/oaSession.h"
-#endif
 
 #endif

@@ -13,7 +13,9 @@ class oaPcellDef;
 //   'r'       contents of the file; may be changed in memory, but save() refuses;
 //   'a', 'A'  contents of the file, for editing;
 //   'w'       empty, whatever the file holds; the file changes only at save(), after which the mode is 'a';
-//   's'       masters that live in memory only: of standard vias, and those that parametric cells evaluate.
+//   's'       masters that live in memory only.
+// This release evaluates no parametric cells and makes no masters of standard vias: no design is a super master, a sub master or a master
+// of a standard via.
 class oaDesign : public oaDesignObject {
 public:
   // Opens an existing design, or makes a new one (modes 'w', 'a', 'A'): its cell and view directories and an empty primary file then
@@ -26,11 +28,10 @@ public:
   // Opens an existing design of any view type.
   static oaDesign *open(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName,
                         oaChar mode);
-  // The master that a parametric cell gives for these parameters. For an ordinary design: itself, opened 'r', when there are no
-  // parameters; otherwise raises oacInvalidSuperMaster.
+  // An ordinary design opens as in mode 'r' when there are no parameters; otherwise raises oacInvalidSuperMaster.
   static oaDesign *open(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName,
                         const oaParamArray &params);
-  // The master of a via; NULL stands for the definition's own parameters.
+  // The master of a via. The first raises oacNotYetSupported in this release.
   static oaDesign *open(oaStdViaDef *viaDef, oaViaParam *params = NULL);
   static oaDesign *open(oaCustomViaDef *viaDef, oaParamArray *params = NULL);
   // An open design, or NULL. Does not count as opening.
@@ -63,7 +64,7 @@ public:
   void getLibName(const oaNameSpace &ns, oaString &libName) const;
   void getCellName(const oaNameSpace &ns, oaString &cellName) const;
   void getViewName(const oaNameSpace &ns, oaString &viewName) const;
-  // Raises oacCannotFindObjectForViaMaster for the master of a standard via; NULL when the library was closed meanwhile.
+  // NULL when the library was closed meanwhile.
   oaLib *getLib() const;
   oaViewType *getViewType() const;
   // The open technology of the design's library, opened 'r' when it was not; NULL when there is none.
@@ -95,7 +96,7 @@ public:
   oaDesign *getSuperMaster() const;
   // Raises oacInvalidSuperMaster.
   void getPcellEvaluatorName(oaString &name) const;
-  // NULL when there is none, or when its evaluator is not loaded.
+  // NULL when there is none.
   oaPcellDef *getPcellDef() const;
 
   // Hierarchy.

@@ -9,6 +9,8 @@
 #include "oa/oaAttrType.h"
 #include "oa/oaDesignObject.h"
 #include "oa/oaDesign.h"
+#include "oa/oaDesignException.h"
+#include "oa/oaDesignMsgIds.h"
 #include "oa/oaBlock.h"
 #include "oa/oaLPPHeader.h"
 #include "oa/oaFig.h"
@@ -29,9 +31,7 @@
 #include "oa/oaTextDisplay.h"
 #include "oa/oaTextDisplays.h"
 
-#if __has_include("oa/oaConnectivity.h")
 #include "oa/oaConnectivity.h"
-#endif
 
 namespace OpenAccess_4 {
 

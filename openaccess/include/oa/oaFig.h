@@ -21,7 +21,8 @@ public:
   // Moves into another block: gives the new figure, this one is destroyed. It comes off its net and pin.
   oaFig *move(const oaTransform &xform, oaBlock *block);
   oaFig *move(const oaTransform &xform, oaDesign *design);
-  // The copy has the properties of the original, but no net and no pin.
+  // The copy lies on the same layer and purpose, and has no net, no pin and no properties. Copied instances get an automatic name; text
+  // displays can be copied within their design only (oacNonDesignTextDisplay).
   oaFig *copy(const oaTransform &xform) const;
   oaFig *copy(const oaTransform &xform, oaBlock *block) const;
   oaFig *copy(const oaTransform &xform, oaDesign *design) const;

@@ -18,7 +18,13 @@ public:
   oaName(const oaVectorName &name) : name_(name) {}
   oaName(const oaVectorBitName &name) : name_(name) {}
   oaName(const oaScalarName &name) : name_(name) {}
+  oaName(const oaName &name) = default;
+  oaName &operator=(const oaName &name) = default;
   oaName &operator=(const oaSimpleName &name);
+  oaName &operator=(const oaBundleName &name) { return *this = oaName(name); }
+  oaName &operator=(const oaVectorName &name) { return *this = oaName(name); }
+  oaName &operator=(const oaVectorBitName &name) { return *this = oaName(name); }
+  oaName &operator=(const oaScalarName &name) { return *this = oaName(name); }
 
   void init(const oaNameSpace &nSpace, const oaChar *in);
   void get(const oaNameSpace &nSpace, oaString &out) const;

@@ -12,10 +12,10 @@ class oaSegStyle {
 public:
   // Width 0, both ends truncated.
   oaSegStyle() = default;
-  // Raises oacInvalidSegStyleBeginExtValue, oacInvalidSegStyleEndExtValue for an extension with another style than variable, and
-  // oacEvenWidthRequiredForSegStyle for an odd width.
+  // Raises oacInvalidSegStyleBeginExtValue, oacInvalidSegStyleEndExtValue for an extension with another style than variable. Setters and
+  // the constructors for custom ends raise the same, the latter for four numbers with another style than custom.
   oaSegStyle(oaDist width, oaEndStyle beginStyleIn, oaEndStyle endStyleIn, oaDist beginExtIn = 0, oaDist endExtIn = 0);
-  // With a custom end: its half widths give the width, which is twice the right half width.
+  // With a custom end, whose right half width gives the width: twice as much.
   oaSegStyle(oaEndStyle beginStyleIn, oaEndStyle endStyleIn, oaDist endExtIn, oaDist endLeftDiagExtIn,
              oaDist endRightDiagExtIn, oaDist endRightHalfWidthIn, oaDist beginExtIn = 0);
   oaSegStyle(oaEndStyle beginStyleIn, oaDist beginExtIn, oaDist beginLeftDiagExtIn, oaDist beginRightDiagExtIn,
@@ -49,6 +49,8 @@ private:
     oaDist rightHalfWidth = 0;
   };
   static End plainEnd(oaEndStyle style, oaDist ext, oaUInt4 errorId);
+  static End customEnd(oaEndStyle style, oaDist ext, oaDist leftDiagExt, oaDist rightDiagExt, oaDist rightHalfWidth,
+                       oaUInt4 errorId);
   oaDist extensionOf(const End &end) const;
   void readEnd(const End &end, oaDist &ext, oaDist &leftDiagExt, oaDist &rightDiagExt, oaDist &rightHalfWidth) const;
 

@@ -17,8 +17,9 @@ public:
   void setLPP(oaLayerNum layerNum, oaPurposeNum purposeNum);
   void setLayerNum(oaLayerNum layerNum);
   void setPurposeNum(oaPurposeNum purposeNum);
-  // Scales about the origin, then turns by the angle (radians, a multiple of pi/2 for all but polygons, lines and paths; others raise
-  // oacInvalidPointsAfterTransform). Results are rounded to the grid. Raises oacInvalidBBoxAfterTransform when a shape degenerates.
+  // Scales about the origin and turns by the angle (radians). Points are rounded to the grid. Rectangles and ellipses take the box around
+  // the turned one; texts, dots and arcs turn by the nearest quarter. Raises oacInvalidPointsAfterTransform or
+  // oacInvalidBBoxAfterTransform when the shape would degenerate.
   void transform(oaDouble scale, oaDouble angle);
 };
 

@@ -25,7 +25,7 @@ public:
 // Shows an attribute of a net, terminal, instance, instance terminal, or of the design.
 class oaAttrDisplay : public oaTextDisplay {
 public:
-  // Raises oacInvalidObjectForAttrDisplay for another object or an attribute that its kind does not have.
+  // Raises message 1606 for another object or an attribute that its kind does not have.
   static oaAttrDisplay *create(oaObject *object, oaAttrType attribute, oaLayerNum layerNum, oaPurposeNum purposeNum,
                                const oaPoint &origin, oaTextAlign alignment, oaOrient orient, oaFont font, oaDist height,
                                oaTextDisplayFormat format = oacNameTextDisplayFormat, oaBoolean overbar = false,
@@ -42,7 +42,7 @@ public:
 // Shows a text of an instance's master with other attributes.
 class oaTextOverride : public oaTextDisplay {
 public:
-  // Raises oacTextNotInInstMaster.
+  // Raises oacTextNotInInstanceMaster.
   static oaTextOverride *create(oaText *masterText, oaInst *inst, oaLayerNum layerNum, oaPurposeNum purposeNum,
                                 const oaPoint &origin, oaTextAlign alignment, oaOrient orient, oaFont font,
                                 oaDist height, oaTextDisplayFormat format = oacNameTextDisplayFormat,
@@ -57,7 +57,7 @@ public:
 // Shows a property of an instance's master.
 class oaInstPropDisplay : public oaTextDisplay {
 public:
-  // Raises oacPropNotOnInstMaster.
+  // Raises oacPropNotOnInstanceMaster.
   static oaInstPropDisplay *create(oaInst *inst, oaProp *masterProp, oaLayerNum layerNum, oaPurposeNum purposeNum,
                                    const oaPoint &origin, oaTextAlign alignment, oaOrient orient, oaFont font,
                                    oaDist height, oaTextDisplayFormat format = oacNameTextDisplayFormat,

@@ -9,6 +9,15 @@
 
 namespace OpenAccess_4 {
 
+class oaViaParam;
+
+namespace kit {
+class MissingCutTable;
+struct ViaParamValues;
+ViaParamValues storedViaParam(const oaViaParam &param, MissingCutTable &missing);
+oaViaParam loadedViaParam(const ViaParamValues &values, const MissingCutTable &missing);
+} // namespace kit
+
 // The shape of a standard via. Lengths are in database units. Each value has a flag "default", set in a new object and cleared by the
 // value's setter: a via that is made with parameters takes only those that are not default from them, the others from its definition.
 class oaViaParam {
@@ -70,6 +79,9 @@ public:
   oaBoolean operator!=(const oaViaParam &param) const { return !(*this == param); }
 
 private:
+  friend kit::ViaParamValues kit::storedViaParam(const oaViaParam &param, kit::MissingCutTable &missing);
+  friend oaViaParam kit::loadedViaParam(const kit::ViaParamValues &values, const kit::MissingCutTable &missing);
+
   static oaUInt4 flagsOf(oaViaParamType paramType);
   void checkCut(oaUInt4 cutRowNum, oaUInt4 cutColNum) const;
   void clear(oaViaParamTypeEnum paramType) { defaults_ &= ~(1U << paramType); }

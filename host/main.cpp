@@ -1,0 +1,104 @@
+// oahost: does what the editor does with the plug-in, from the command line. See commands.h for how a command is added.
+
+#include "commands.h"
+#include "hosterror.h"
+#include "usermessage.h"
+
+#include <CLI/CLI.hpp>
+#include <QGuiApplication>
+
+#include <cstdio>
+#include <exception>
+#include <memory>
+#include <new>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int kFailure = 1;
+constexpr int kUsageError = 2;
+
+struct GlobalOptions {
+  std::string pluginFile;
+  std::string libraryDefsHome;
+  bool debug = false;
+};
+
+void addGlobalOptions(CLI::App &app, GlobalOptions &options) {
+  app.add_option("--plugin", options.pluginFile, "Plug-in to load; default: ../lib/liboaplugin.so from the executable")
+      ->type_name("FILE");
+  app.add_option("--lib-defs-home", options.libraryDefsHome,
+                 "Directory that takes the place of HOME, where lib.defs is looked for and made")
+      ->type_name("DIR");
+  app.add_flag("--debug", options.debug, "Print the plug-in's progress lines on standard error");
+  app.set_version_flag("--version", std::string("oahost " OAHOST_VERSION), "Print the version and exit");
+  app.require_subcommand(1);
+  app.fallthrough();
+}
+
+// Drawing needs fonts, but never a display.
+std::unique_ptr<QCoreApplication> makeApplication(const CommandContext &context, int &argc, char **argv) {
+  if (!context.needsDrawing)
+    return std::make_unique<QCoreApplication>(argc, argv);
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+  return std::make_unique<QGuiApplication>(argc, argv);
+}
+
+int runCommand(const CommandContext &context) {
+  try {
+    return context.command();
+  } catch (const std::bad_alloc &) {
+    tellUser(QStringLiteral("out of memory"));
+  } catch (const std::exception &error) {
+    tellUser(QString::fromUtf8(error.what()));
+  } catch (const QString &message) {
+    // What some reading operations of the plug-in let pass to the host.
+    tellUser(message);
+  }
+  return kFailure;
+}
+
+int run(int argc, char **argv) {
+  CLI::App app("Reads and writes OpenAccess libraries through the editor's plug-in", "oahost");
+  GlobalOptions options;
+  CommandContext context;
+  addGlobalOptions(app, options);
+  addInfoCommands(app, context);
+  addReadCommand(app, context);
+  addImportGdsCommand(app, context);
+  addExportGdsCommand(app, context);
+  addCopyCommand(app, context);
+#ifdef OAHOST_HAS_RENDER
+  addRenderCommand(app, context);
+#endif
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError &error) {
+    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success))
+      return app.exit(error);
+    // An unknown command is left over, and CLI11 only misses the known one.
+    const std::vector<std::string> unknown = app.remaining();
+    tellUser(unknown.empty() ? QString::fromStdString(error.what())
+                             : QStringLiteral("%1 is not known here").arg(QString::fromStdString(unknown.front())));
+    tellUser(QStringLiteral("oahost --help and oahost COMMAND --help tell what is expected"));
+    return kUsageError;
+  }
+  context.pluginFile = QString::fromLocal8Bit(options.pluginFile.c_str());
+  context.libraryDefsHome = QString::fromLocal8Bit(options.libraryDefsHome.c_str());
+  context.debug = options.debug;
+  const std::unique_ptr<QCoreApplication> application = makeApplication(context, argc, argv);
+  return runCommand(context);
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+  try {
+    return run(argc, argv);
+  } catch (const std::exception &error) {
+    std::fprintf(stderr, "oahost: %s\n", error.what());
+    return kFailure;
+  }
+}

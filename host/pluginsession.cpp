@@ -1,0 +1,94 @@
+#include "pluginsession.h"
+
+#include "commands.h"
+#include "hosterror.h"
+#include "oaplugincore.h"
+#include "usermessage.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include <limits>
+
+namespace {
+
+// The executable is in bin, the plug-in in lib beside it, in the build tree and after installation.
+QString defaultPluginFile() {
+  return QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../lib/liboaplugin.so"));
+}
+
+} // namespace
+
+PluginSession::PluginSession(const CommandContext &context) : capture_(context.debug) {
+  if (!context.libraryDefsHome.isEmpty()) {
+    const QFileInfo home(context.libraryDefsHome);
+    if (!home.isDir())
+      throw HostError(QStringLiteral("--lib-defs-home: %1 is not a directory").arg(context.libraryDefsHome));
+    qputenv("HOME", QFile::encodeName(home.absoluteFilePath()));
+  }
+  load(context.pluginFile.isEmpty() ? defaultPluginFile() : context.pluginFile);
+  connect(object_, SIGNAL(reportError(QString, int, QString)), this, SLOT(onReportError(QString, int, QString)));
+  core_->setLayerMax(std::numeric_limits<int>::max(), std::numeric_limits<int>::max());
+  core_->init(context.debug);
+  synchronise();
+  if (errorCount() > 0)
+    throw HostError(QStringLiteral("the plug-in %1 could not start").arg(loader_.fileName()));
+}
+
+PluginSession::~PluginSession() = default;
+
+void PluginSession::load(const QString &file) {
+  const QFileInfo found(file);
+  if (!found.exists())
+    throw HostError(QStringLiteral("plug-in %1 does not exist; name it with --plugin").arg(file));
+  loader_.setFileName(found.absoluteFilePath());
+  object_ = loader_.instance();
+  if (object_ == nullptr)
+    throw HostError(QStringLiteral("plug-in %1 cannot be loaded: %2").arg(file, loader_.errorString()));
+  core_ = qobject_cast<oaPlugInCore *>(object_);
+  if (core_ == nullptr) {
+    throw HostError(QStringLiteral("plug-in %1: its object %2 does not have the interface %3")
+                        .arg(file, QLatin1String(object_->metaObject()->className()),
+                             QLatin1String(qobject_interface_iid<oaPlugInCore *>())));
+  }
+}
+
+void PluginSession::synchronise() { capture_.synchronise(); }
+
+int PluginSession::errorCount() { return capture_.errorCount() + reportedErrors_; }
+
+int PluginSession::exitCode() {
+  synchronise();
+  return errorCount() > 0 ? 1 : 0;
+}
+
+void PluginSession::writeOutput(const QByteArray &bytes) { capture_.write(bytes); }
+
+void PluginSession::requireLibrary(const QString &lib) {
+  const QString path = core_->getLibPath(lib);
+  synchronise();
+  if (path.isEmpty()) {
+    throw HostError(
+        QStringLiteral("library %1 is not known; it is not defined in %2").arg(lib, core_->getLibDefsFilename()));
+  }
+}
+
+QString PluginSession::requireView(const QString &lib, const QString &cell, const QString &view) {
+  requireLibrary(lib);
+  QString type = core_->getViewType(lib, cell, view);
+  synchronise();
+  if (type.isEmpty()) {
+    if (!core_->getCellNames(lib).contains(cell))
+      throw HostError(QStringLiteral("library %1 has no cell %2").arg(lib, cell));
+    throw HostError(QStringLiteral("cell %1 of library %2 has no view %3").arg(cell, lib, view));
+  }
+  return type;
+}
+
+void PluginSession::onReportError(const QString &message, int severity, const QString &detail) {
+  constexpr int kErrorSeverity = 1;
+  if (severity <= kErrorSeverity)
+    ++reportedErrors_;
+  tellUser(detail.isEmpty() ? message : message + QStringLiteral(": ") + detail);
+}

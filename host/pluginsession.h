@@ -1,0 +1,59 @@
+#ifndef PLUGINSESSION_H
+#define PLUGINSESSION_H
+
+#include "outputcapture.h"
+
+#include <QObject>
+#include <QPluginLoader>
+#include <QString>
+
+#include <memory>
+
+class oaPlugInCore;
+struct CommandContext;
+
+// The loaded plug-in, initialised, with no limit on layer numbers. From the construction on, standard output belongs to
+// the plug-in's lines, which are forwarded to standard error; a command prints its own output through writeOutput().
+//
+// One session a process: the plug-in starts its database once and never stops it.
+class PluginSession : public QObject {
+  Q_OBJECT
+
+public:
+  // Sets HOME, loads the plug-in and calls init(). Throws HostError with the file and the reason.
+  explicit PluginSession(const CommandContext &context);
+  ~PluginSession() override;
+
+  oaPlugInCore &core() { return *core_; }
+  // The object whose signals carry what is read.
+  QObject &object() { return *object_; }
+
+  // Waits until all lines that the plug-in has printed so far are forwarded and counted.
+  void synchronise();
+  // The error lines and error reports so far, as of the last synchronise().
+  int errorCount();
+  // 1 when the plug-in has complained about anything, else 0.
+  int exitCode();
+
+  // Writes to the process's standard output.
+  void writeOutput(const QByteArray &bytes);
+
+  // Throws HostError unless the library is known.
+  void requireLibrary(const QString &lib);
+  // Throws HostError unless the cell view exists; returns its view type ("maskLayout", ...).
+  QString requireView(const QString &lib, const QString &cell, const QString &view);
+
+private slots:
+  void onReportError(const QString &message, int severity, const QString &detail);
+
+private:
+  void load(const QString &file);
+
+  OutputCapture capture_;
+  QPluginLoader loader_;
+  QObject *object_ = nullptr;
+  oaPlugInCore *core_ = nullptr;
+  int reportedErrors_ = 0;
+};
+
+#endif

@@ -1,0 +1,66 @@
+#include "commands.h"
+#include "hosterror.h"
+#include "oaplugincore.h"
+#include "pluginsession.h"
+#include "signalcounter.h"
+#include "signalprinter.h"
+
+#include <CLI/CLI.hpp>
+#include <QElapsedTimer>
+
+#include <memory>
+#include <string>
+
+namespace {
+
+struct ReadOptions {
+  std::string lib;
+  std::string cell;
+  std::string view = "layout";
+  std::string format = "text";
+};
+
+// Opens the view by the operation that its type calls for.
+void openView(PluginSession &session, const ReadOptions &options) {
+  const QString lib = QString::fromStdString(options.lib);
+  const QString cell = QString::fromStdString(options.cell);
+  const QString view = QString::fromStdString(options.view);
+  const QString type = session.requireView(lib, cell, view);
+  if (type == QLatin1String("schematic") || type == QLatin1String("schematicSymbol"))
+    session.core().openSchematic(lib, cell, view, QString());
+  else
+    session.core().openLayout(lib, cell, view, QString());
+}
+
+int readView(const CommandContext &context, const ReadOptions &options) {
+  PluginSession session(context);
+  if (options.format == "count") {
+    SignalCounter counter(session);
+    QElapsedTimer timer;
+    timer.start();
+    openView(session, options);
+    session.writeOutput(counter.report(static_cast<double>(timer.nsecsElapsed()) * 1e-9));
+  } else {
+    SignalPrinter printer(session,
+                          options.format == "json" ? SignalPrinter::Format::Json : SignalPrinter::Format::Text);
+    openView(session, options);
+    printer.flush();
+  }
+  return session.exitCode();
+}
+
+} // namespace
+
+void addReadCommand(CLI::App &app, CommandContext &context) {
+  auto options = std::make_shared<ReadOptions>();
+  CLI::App *command =
+      app.add_subcommand("read", "Print the signals that the plug-in sends for a cell view, one a line");
+  command->add_option("LIB", options->lib, "Library")->required();
+  command->add_option("CELL", options->cell, "Cell")->required();
+  command->add_option("VIEW", options->view, "View")->capture_default_str();
+  command->add_option("--format", options->format, "text, json, or count (signals and shapes counted, and the speed)")
+      ->check(CLI::IsMember({"text", "json", "count"}))
+      ->capture_default_str();
+  command->callback(
+      [options, &context] { context.command = [options, &context] { return readView(context, *options); }; });
+}

@@ -1,0 +1,161 @@
+#include <cmath>
+#include <memory>
+#include <string>
+
+#include <CLI/CLI.hpp>
+#include <QSaveFile>
+#include <QStringList>
+
+#include "commands.h"
+#include "hosterror.h"
+#include "layermap.h"
+#include "layoutreceiver.h"
+#include "pluginsession.h"
+#include "renderpicture.h"
+#include "usermessage.h"
+
+namespace {
+
+struct RenderCommandOptions {
+  std::string lib;
+  std::string cell;
+  std::string view = "layout";
+  std::string output;
+  std::string size = "1600x1200";
+  std::string layers;
+  std::string background = "dark";
+  std::string window;
+  int levels = -1;
+  bool noLegend = false;
+  bool noTexts = false;
+};
+
+constexpr int kSmallestSide = 64;
+constexpr int kLargestSide = 20000;
+constexpr qint64 kMostPixels = 200'000'000;
+
+bool parseSize(const std::string &text, QSize *size) {
+  const QStringList sides = QString::fromStdString(text).toLower().split(QLatin1Char('x'));
+  if (sides.size() != 2)
+    return false;
+  bool isWidth = false, isHeight = false;
+  *size = QSize(sides[0].toInt(&isWidth), sides[1].toInt(&isHeight));
+  return isWidth && isHeight;
+}
+
+// "" when `text` is a size that can be drawn, else what is wrong, for CLI11.
+std::string sizeFault(const std::string &text) {
+  QSize size;
+  if (!parseSize(text, &size))
+    return "\"" + text + "\" is no size, expected WIDTHxHEIGHT in pixels";
+  if (std::min(size.width(), size.height()) < kSmallestSide || std::max(size.width(), size.height()) > kLargestSide ||
+      static_cast<qint64>(size.width()) * size.height() > kMostPixels)
+    return text + " is out of range: each side has 64 to 20000 pixels, the picture at most 200 million";
+  return {};
+}
+
+std::string fileFault(const std::string &fileName) {
+  if (pictureFormatOf(QString::fromLocal8Bit(fileName.c_str())))
+    return {};
+  return "\"" + fileName + "\" has no known ending, expected .png, .svg or .pdf";
+}
+
+// Four numbers, left, bottom, right, top, in user units.
+bool parseWindow(const std::string &text, Extent *window) {
+  const QStringList words = QString::fromStdString(text).split(QLatin1Char(','));
+  if (words.size() != 4)
+    return false;
+  double values[4];
+  for (int i = 0; i < 4; ++i) {
+    bool isNumber = false;
+    values[i] = words[i].toDouble(&isNumber);
+    if (!isNumber || !std::isfinite(values[i]))
+      return false;
+  }
+  window->left = values[0];
+  window->bottom = values[1];
+  window->right = values[2];
+  window->top = values[3];
+  return window->width() > 0 && window->height() > 0;
+}
+
+std::string windowFault(const std::string &text) {
+  Extent window;
+  return parseWindow(text, &window) ? std::string() : "\"" + text + "\" is no window, expected LEFT,BOTTOM,RIGHT,TOP";
+}
+
+PictureOptions pictureOptions(const RenderCommandOptions &options, const LayoutModel &model) {
+  PictureOptions picture;
+  parseSize(options.size, &picture.size);
+  if (options.levels >= 0)
+    picture.levels = options.levels;
+  picture.isDark = options.background == "dark";
+  picture.hasLegend = !options.noLegend;
+  picture.hasTexts = !options.noTexts;
+  Extent window;
+  if (parseWindow(options.window, &window)) {
+    const double dbuPerUserUnit = model.userUnitsPerDbu() > 0 ? 1 / model.userUnitsPerDbu() : 1;
+    for (double *side : {&window.left, &window.bottom, &window.right, &window.top})
+      *side *= dbuPerUserUnit;
+    picture.window = window;
+  }
+  return picture;
+}
+
+void writePicture(const QString &fileName, const QByteArray &bytes) {
+  // Written beside the target and renamed over it, so that a picture is never half there.
+  QSaveFile file(fileName);
+  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+    throw HostError(QStringLiteral("picture %1 cannot be written: %2").arg(fileName, file.errorString()));
+}
+
+int renderView(const CommandContext &context, const RenderCommandOptions &options) {
+  const QString lib = QString::fromStdString(options.lib);
+  const QString cell = QString::fromStdString(options.cell);
+  const QString view = QString::fromStdString(options.view);
+  const QString output = QString::fromLocal8Bit(options.output.c_str());
+  // Before the layout, which may take long to read.
+  LayerMap layers;
+  if (!options.layers.empty())
+    layers = LayerMap::fromFile(QString::fromLocal8Bit(options.layers.c_str()));
+  PluginSession session(context);
+  const LayoutModel model = readLayout(session, lib, cell, view);
+  const QString title = lib + QStringLiteral(" / ") + cell + QStringLiteral(" / ") + view;
+  writePicture(output, drawPicture(model, layers, title, *pictureFormatOf(output), pictureOptions(options, model)));
+  return session.exitCode();
+}
+
+} // namespace
+
+void addRenderCommand(CLI::App &app, CommandContext &context) {
+  auto options = std::make_shared<RenderCommandOptions>();
+  CLI::App *command = app.add_subcommand("render", "Draw a layout as a picture");
+  command->add_option("LIB", options->lib, "Library")->required();
+  command->add_option("CELL", options->cell, "Cell")->required();
+  command->add_option("VIEW", options->view, "View")->capture_default_str();
+  command
+      ->add_option("-o,--output", options->output,
+                   "Picture to write; its ending chooses the format: .png, .svg or .pdf")
+      ->required()
+      ->check(CLI::Validator(fileFault, "FILE"));
+  command->add_option("--size", options->size, "Size in pixels")
+      ->check(CLI::Validator(sizeFault, "WxH"))
+      ->capture_default_str();
+  command->add_option("--layers", options->layers, "Table of layer names and colours")->type_name("MAP");
+  command
+      ->add_option("--levels", options->levels, "Levels of cells to show, 1: the cell alone; those below are outlined")
+      ->check(CLI::Range(0, 1'000'000));
+  command->add_option("--background", options->background, "dark or light")
+      ->check(CLI::IsMember({"dark", "light"}))
+      ->capture_default_str();
+  command
+      ->add_option("--window", options->window,
+                   "Part to show: left,bottom,right,top in user units; default: everything")
+      ->check(CLI::Validator(windowFault, "L,B,R,T"));
+  command->add_flag("--no-legend", options->noLegend, "Leave the legend away");
+  command->add_flag("--no-texts", options->noTexts, "Leave the layout's texts away");
+  command->callback([options, &context] {
+    context.needsDrawing = true;
+    context.command = [options, &context] { return renderView(context, *options); };
+  });
+}

@@ -1,0 +1,40 @@
+#include "unitsprobe.h"
+
+#include "oaplugincore.h"
+#include "pluginsession.h"
+#include "signaltap.h"
+
+#include <memory>
+
+namespace {
+
+// Listens to setUnits() alone. A cell that is asked about is said to be known, so that its layout is not sent.
+class UnitsListener : public SignalTap {
+public:
+  UnitsListener(QObject &plugin, oaPlugInCore &core) : SignalTap(plugin, core, CellAnswer::AlwaysKnown) {}
+  double metresPerDbu() const { return metresPerDbu_; }
+
+protected:
+  void record(int signal, void **arguments) override {
+    if (shapes().at(signal).signature == "setUnits(double,double)")
+      metresPerDbu_ = *static_cast<const double *>(arguments[2]);
+  }
+
+private:
+  double metresPerDbu_ = 0;
+};
+
+} // namespace
+
+double probeMetresPerDbu(PluginSession &session, const QString &lib, const QString &view) {
+  UnitsListener listener(session.object(), session.core());
+  for (const QString &cell : session.core().getCellNames(lib)) {
+    if (session.core().getViewType(lib, cell, view).isEmpty())
+      continue;
+    session.core().openLayout(lib, cell, view, QString());
+    if (listener.metresPerDbu() > 0)
+      break;
+  }
+  session.synchronise();
+  return listener.metresPerDbu();
+}

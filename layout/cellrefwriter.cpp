@@ -1,0 +1,226 @@
+// The operations that write references to other cells.
+
+#include "currentlayout.h"
+#include "designholder.h"
+#include "oapluginmain.h"
+#include "saveguard.h"
+#include "viaparameters.h"
+
+using namespace oa;
+
+namespace {
+
+// A reference as the host describes it; the lists run parallel.
+struct Reference {
+  const char *operation;
+  QString lib, cell, view;
+  QPoint origin;
+  QString trans;
+  QString instance;
+  QStringList parameterNames;
+  QStringList parameterValues;
+
+  QString path() const { return lib + '/' + cell + '/' + view; }
+  QString described() const { return instance.isEmpty() ? path() : instance + QLatin1String(" of ") + path(); }
+};
+
+// An orientation that OpenAccess does not have is told, and the reference is placed unrotated.
+oaTransform transformOf(oaPlugInMain &host, const Reference &reference) {
+  bool isOrthogonal = true;
+  const oaOrient orient = oaConvert::toOaOrient(reference.trans, &isOrthogonal);
+  if (!isOrthogonal) {
+    emit host.reportError(oaPlugInMain::tr("non orthogonal cell reference is not supported in OpenAccess"), 2,
+                          reference.described() + QLatin1String(": ") + reference.trans);
+  }
+  return oaTransform(oaConvert::toOaPoint(reference.origin), orient);
+}
+
+// The defaults of a parametric master with the host's values in them. False when the master is not parametric or cannot
+// be read: the kit would refuse parameters then, and the host is told that they are left out.
+bool paramsOf(oaPlugInMain &host, const Reference &reference, oaParamArray &params) {
+  if (reference.parameterNames.isEmpty()) {
+    return false;
+  }
+  QString cause;
+  try {
+    const DesignHolder master(oaDesign::open(oaConvert::toOaScalarName(reference.lib),
+                                             oaConvert::toOaScalarName(reference.cell),
+                                             oaConvert::toOaScalarName(reference.view), 'r'));
+    if (master.get()->isSuperMaster()) {
+      oaParamArray defaults;
+      master.get()->getParams(defaults);
+      params = oaConvert::mergeParameter(defaults, reference.parameterNames.mid(0, reference.parameterValues.size()),
+                                         reference.parameterValues);
+      return true;
+    }
+    cause = oaPlugInMain::tr("the cell is not parametric");
+  } catch (const oaException &exception) {
+    cause = oaConvert::toString(exception.getMsg());
+  }
+  emit host.reportError(oaPlugInMain::tr("parameters of a cell reference are left out"), 2,
+                        reference.path() + QLatin1String(": ") + cause);
+  return false;
+}
+
+oaInst *placeScalar(oaPlugInMain &host, const Reference &reference) {
+  oaParamArray merged;
+  const oaTransform xform = transformOf(host, reference);
+  const oaParamArray *params = paramsOf(host, reference, merged) ? &merged : nullptr;
+  const oaScalarName lib = oaConvert::toOaScalarName(reference.lib);
+  const oaScalarName cell = oaConvert::toOaScalarName(reference.cell);
+  const oaScalarName view = oaConvert::toOaScalarName(reference.view);
+  if (reference.instance.isEmpty()) {
+    return oaScalarInst::create(host.currentBlock, lib, cell, view, xform, params);
+  }
+  return oaScalarInst::create(host.currentBlock, lib, cell, view, oaConvert::toOaScalarName(reference.instance), xform,
+                              params);
+}
+
+struct ArrayStep {
+  int columnPitch, rowPitch, columns, rows;
+};
+
+void placeArray(oaPlugInMain &host, const Reference &reference, const ArrayStep &step) {
+  oaParamArray merged;
+  const oaTransform xform = transformOf(host, reference);
+  const oaParamArray *params = paramsOf(host, reference, merged) ? &merged : nullptr;
+  const oaScalarName lib = oaConvert::toOaScalarName(reference.lib);
+  const oaScalarName cell = oaConvert::toOaScalarName(reference.cell);
+  const oaScalarName view = oaConvert::toOaScalarName(reference.view);
+  const oaUInt4 rows = oaUInt4(step.rows);
+  const oaUInt4 columns = oaUInt4(step.columns);
+  if (reference.instance.isEmpty()) {
+    oaArrayInst::create(host.currentBlock, lib, cell, view, xform, step.columnPitch, step.rowPitch, rows, columns,
+                        params);
+  } else {
+    oaArrayInst::create(host.currentBlock, lib, cell, view, oaConvert::toOaScalarName(reference.instance), xform,
+                        step.columnPitch, step.rowPitch, rows, columns, params);
+  }
+}
+
+// The net of a name, which is created when the block has none.
+oaNet *netNamed(oaPlugInMain &host, const QString &name) {
+  if (oaNet *net = host.netsByName.value(name)) {
+    return net;
+  }
+  const oaName netName = oaConvert::toOaName(name);
+  oaNet *net = oaNet::find(host.currentBlock, netName);
+  if (!net) {
+    net = oaNet::create(host.currentBlock, netName);
+  }
+  host.netsByName.insert(name, net);
+  return net;
+}
+
+// Each connection stands for itself: one that is refused leaves the others.
+void connectTerminals(oaPlugInMain &host, const Reference &reference, oaInst *inst, const QStringList &terminalNames,
+                      const QStringList &netNames) {
+  for (int i = 0; i < terminalNames.size(); ++i) {
+    const QString &terminal = terminalNames.at(i);
+    if (i >= netNames.size()) {
+      emit host.reportError(oaPlugInMain::tr("terminal without a net name stays unconnected"), 2,
+                            terminal + QLatin1String(" of ") + reference.described());
+      continue;
+    }
+    saving(
+        host, reference.operation,
+        [&] { oaInstTerm::create(netNamed(host, netNames.at(i)), inst, oaConvert::toOaName(terminal)); },
+        [&] { return terminal + QLatin1String(" of ") + reference.described(); });
+  }
+}
+
+// The reader's list of a via as parameters. Such a reference has no cell behind it, so it must not become an instance.
+bool isVia(const Reference &reference) {
+  const QString type = oaConvert::getParameter_(QLatin1String(viakey::kType), reference.parameterNames,
+                                                reference.parameterValues, QString());
+  return type == QLatin1String(viakey::kStdVia) || type == QLatin1String(viakey::kCustomVia);
+}
+
+void refuseVia(oaPlugInMain &host, const Reference &reference) {
+  emit host.reportError(oaPlugInMain::tr("vias cannot be written in this build, the via is left out"), 1,
+                        QLatin1String(reference.operation) + QLatin1String(": ") + reference.described());
+}
+
+oaInst *instNamed(oaBlock *block, const QString &name) {
+  try {
+    if (oaInst *inst = oaInst::find(block, oaSimpleName(oaConvert::toOaScalarName(name)))) {
+      return inst;
+    }
+  } catch (const oaException &) { // NOLINT(bugprone-empty-catch): not a scalar name, so it has to be that of a vector
+  }
+  return oaInst::find(block, oaSimpleName(oaConvert::ns, oaConvert::toOaString(name)));
+}
+
+} // namespace
+
+void oaPlugInMain::saveCellref(QString lib, QString cell, QString view, QPoint origin, QString trans, QString instance,
+                               QStringList parameterNames, QStringList parameterValues, QStringList terminalNames,
+                               QStringList netNames) {
+  const Reference reference = {"saveCellref", lib,      cell,           view,           origin,
+                               trans,         instance, parameterNames, parameterValues};
+  if (!currentlayout::isOpen(*this, reference.operation)) {
+    return;
+  }
+  saving(
+      *this, reference.operation,
+      [&] {
+        if (isVia(reference)) {
+          refuseVia(*this, reference);
+        } else {
+          connectTerminals(*this, reference, placeScalar(*this, reference), terminalNames, netNames);
+        }
+      },
+      [&] { return reference.described(); });
+}
+
+void oaPlugInMain::saveCellrefArray(QString lib, QString cell, QString view, QPoint origin, QString trans,
+                                    QString instance, QStringList parameterNames, QStringList parameterValues,
+                                    int columnPitch, int rowPitch, int columns, int rows) {
+  const Reference reference = {"saveCellrefArray", lib, cell, view, origin, trans, instance, parameterNames,
+                               parameterValues};
+  if (!currentlayout::isOpen(*this, reference.operation)) {
+    return;
+  }
+  if (columns < 1 || rows < 1) {
+    emit reportError(tr("an array needs at least one column and one row"), 1,
+                     tr("%1: %2 columns, %3 rows").arg(reference.described()).arg(columns).arg(rows));
+    return;
+  }
+  saving(
+      *this, reference.operation,
+      [&] {
+        if (isVia(reference)) {
+          refuseVia(*this, reference);
+        } else {
+          placeArray(*this, reference, {columnPitch, rowPitch, columns, rows});
+        }
+      },
+      [&] { return reference.described(); });
+}
+
+QString oaPlugInMain::getInst(QString lib, QString cell, QString view, QString instance) {
+  QString master;
+  const QString path = lib + '/' + cell + '/' + view;
+  saving(
+      *this, "getInst",
+      [&] {
+        oaConvert::init();
+        if (currentlayout::path(*this) != path) {
+          currentlayout::abandon(*this);
+          currentlayout::adopt(*this,
+                               oaDesign::open(toOaScalarName(lib), toOaScalarName(cell), toOaScalarName(view), 'a'));
+          currentlayout::rememberConnectivity(*this);
+        }
+        if (const oaInst *inst = instNamed(currentBlock, instance)) {
+          oaString masterLib;
+          oaString masterCell;
+          oaString masterView;
+          inst->getLibName(ns, masterLib);
+          inst->getCellName(ns, masterCell);
+          inst->getViewName(ns, masterView);
+          master = toString(masterLib) + '/' + toString(masterCell) + '/' + toString(masterView);
+        }
+      },
+      [&] { return instance + QLatin1String(" in ") + path; });
+  return master;
+}

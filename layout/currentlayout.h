@@ -1,0 +1,32 @@
+#ifndef CURRENTLAYOUT_H
+#define CURRENTLAYOUT_H
+
+#include <QString>
+
+#include "oapluginmain.h"
+
+// The design that the plug-in object holds between a begin operation and saveClose().
+namespace currentlayout {
+
+// Whether there is a live design to write into; tells the host when there is not.
+bool isOpen(oaPlugInMain &host, const char *label);
+
+// Makes an open design the current one and gives it a top block if it has none. The tables of nets and pins are
+// emptied.
+void adopt(oaPlugInMain &host, oa::oaDesign *design);
+
+// Closes a design that an earlier begin operation left open. What was not saved is dropped, and the host is told.
+void abandon(oaPlugInMain &host);
+
+// Forgets the current design, whatever became of it.
+void clear(oaPlugInMain &host);
+
+// Enters the block's nets and the pins of its terminals into the tables by name.
+void rememberConnectivity(oaPlugInMain &host);
+
+// "lib/cell/view" of the current design; empty when there is none.
+QString path(const oaPlugInMain &host);
+
+} // namespace currentlayout
+
+#endif

@@ -1,0 +1,294 @@
+#include "mastertable.h"
+
+#include <cstring>
+
+#include "designholder.h"
+#include "viaparameters.h"
+
+using namespace oa;
+
+namespace {
+
+// View name of the host's component views, which are no layouts.
+const char kComponentViewName[] = "TarnwickdaleComponent";
+
+// Open masters from which on one is closed as soon as it was sent.
+const size_t kManyMasters = 256;
+
+QString withCause(const QString &object, const oaException &exception) {
+  return object + QLatin1String(": ") + oaConvert::toString(exception.getMsg());
+}
+
+template <typename Value> void appendBytes(std::string &key, Value value) {
+  char bytes[sizeof value];
+  std::memcpy(bytes, &value, sizeof value);
+  key.append(bytes, sizeof value);
+}
+
+// Two parameter arrays have equal keys if and only if names, types and values are equal, in the same order.
+void appendKey(std::string &key, const oaParamArray &params) {
+  for (oaUInt4 i = 0; i < params.getNumElements(); ++i) {
+    const oaParam &param = params[i];
+    oaString text;
+    param.getName(text);
+    key.append(static_cast<const oaChar *>(text), text.getLength() + 1);
+    const oaParamTypeEnum type = param.getType();
+    key += char('0' + int(type));
+    switch (type) {
+    case oacIntParamType:
+      appendBytes(key, param.getIntVal());
+      break;
+    case oacFloatParamType:
+      appendBytes(key, param.getFloatVal());
+      break;
+    case oacDoubleParamType:
+      appendBytes(key, param.getDoubleVal());
+      break;
+    case oacBooleanParamType:
+      key += param.getBooleanVal() ? '1' : '0';
+      break;
+    case oacTimeParamType:
+      appendBytes(key, param.getTimeVal());
+      break;
+    case oacStringParamType:
+      param.getStringVal(text);
+      key.append(static_cast<const oaChar *>(text), text.getLength() + 1);
+      break;
+    case oacAppParamType: {
+      std::vector<oaByte> bytes(param.getNumBytes() + 1);
+      param.getAppVal(bytes.data());
+      appendBytes(key, param.getNumBytes());
+      key.append(reinterpret_cast<const char *>(bytes.data()), param.getNumBytes());
+      break;
+    }
+    }
+  }
+}
+
+} // namespace
+
+// The three names of a master, in both forms.
+struct MasterTable::CellPath {
+  template <typename Ref> explicit CellPath(const Ref *ref) {
+    ref->getLibName(lib);
+    ref->getCellName(cell);
+    ref->getViewName(view);
+    ref->getLibName(oaConvert::ns, libText);
+    ref->getCellName(oaConvert::ns, cellText);
+    ref->getViewName(oaConvert::ns, viewText);
+  }
+
+  QString text() const {
+    return oaConvert::toString(libText) + '/' + oaConvert::toString(cellText) + '/' + oaConvert::toString(viewText);
+  }
+
+  std::string key() const {
+    std::string key;
+    for (const oaString *part : {&libText, &cellText, &viewText}) {
+      key.append(static_cast<const oaChar *>(*part), part->getLength() + 1);
+    }
+    return key;
+  }
+
+  oaScalarName lib, cell, view;
+  oaString libText, cellText, viewText;
+};
+
+MasterTable::~MasterTable() {
+  for (auto &entry : masters_) {
+    DesignHolder closed(entry.second.design);
+  }
+  for (oaTech *tech : techs_) {
+    try {
+      tech->close();
+    } catch (const oaException &) { // NOLINT(bugprone-empty-catch): nothing is left to be done with it
+    }
+  }
+}
+
+QString MasterTable::pathOf(oaDesign *design) { return CellPath(design).text(); }
+
+QString MasterTable::cellNameOf(oaDesign *design, const QStringList &cellData) const {
+  return oaConvert::toCellName(oaConvert::toCellData(design, cellData), currentLib_);
+}
+
+Master *MasterTable::find(oaInst *inst) {
+  const CellPath path(inst);
+  oaParamArray params;
+  inst->getParams(params);
+  std::string key = 'i' + path.key();
+  appendKey(key, params);
+  const auto inserted = masters_.emplace(std::move(key), Master());
+  Master &master = inserted.first->second;
+  if (!inserted.second) {
+    return &master;
+  }
+  if (std::strcmp(path.viewText, kComponentViewName) == 0) {
+    master.fault = Master::kComponentView;
+    master.detail = path.text();
+    return &master;
+  }
+  open(master, path, params, Master::kNoCell);
+  return &master;
+}
+
+// A parametric master is evaluated with the parameters; any other is opened plainly, because the kit refuses parameters
+// there.
+void MasterTable::open(Master &master, const CellPath &path, const oaParamArray &params, Master::Fault failure) {
+  if (!oaLib::find(path.lib)) {
+    master.fault = failure == Master::kNoCell ? Master::kNoLibrary : failure;
+    master.detail = failure == Master::kNoCell ? oaConvert::toString(path.libText) : path.text();
+    return;
+  }
+  try {
+    DesignHolder stored(oaDesign::open(path.lib, path.cell, path.view, 'r'));
+    oaDesign *design = stored.get();
+    if (design && design->isSuperMaster()) {
+      design = oaDesign::open(path.lib, path.cell, path.view, params);
+    } else {
+      stored.release();
+    }
+    if (design) {
+      opened(master, design);
+      return;
+    }
+    master.detail = path.text();
+  } catch (const oaException &exception) {
+    master.detail = withCause(path.text(), exception);
+  }
+  master.fault = failure;
+}
+
+Master *MasterTable::find(oaVia *via, oaDesign *parent) {
+  return via->getType() == oacStdViaType ? findStdVia(static_cast<oaStdVia *>(via), parent)
+                                         : findCustomVia(static_cast<oaCustomVia *>(via), parent);
+}
+
+// Null when the via is unbound and the technology of the design's library does not know its definition either.
+oaViaDef *MasterTable::viaDefOf(oaVia *via, oaDesign *parent) {
+  if (oaViaDef *viaDef = via->getViaDef()) {
+    return viaDef;
+  }
+  oaScalarName lib;
+  parent->getLibName(lib);
+  oaString name;
+  via->getViaDefName(name);
+  try {
+    oaTech *tech = oaTech::open(lib, 'r');
+    if (!tech) {
+      return nullptr;
+    }
+    techs_.push_back(tech); // stays open while the definition is in use
+    return oaViaDef::find(tech, name);
+  } catch (const oaException &) {
+    return nullptr; // a library without a technology
+  }
+}
+
+void MasterTable::openStdVia(Master &master, oaViaDef *viaDef, oaViaParam &params) {
+  try {
+    if (oaDesign *design = oaDesign::open(static_cast<oaStdViaDef *>(viaDef), &params)) {
+      opened(master, design);
+      return;
+    }
+    master.detail = master.viaDefName;
+  } catch (const oaException &exception) {
+    master.detail = withCause(master.viaDefName, exception);
+  }
+  master.fault = Master::kNoStdViaDef;
+}
+
+Master *MasterTable::findStdVia(oaStdVia *via, oaDesign *parent) {
+  oaString name;
+  via->getViaDefName(name);
+  oaViaParam params;
+  via->getViaParams(params);
+  oaViaDef *viaDef = viaDefOf(via, parent);
+  const bool isKnown = viaDef && viaDef->getType() == oacStdViaDefType;
+  const QString defName = oaConvert::toString(name);
+  QStringList cellData;
+  std::string key = "s";
+  if (isKnown) {
+    cellData = oaConvert::toViaParameterList(params, defName, viaDef->getLayer1Num(), viaDef->getLayer2Num());
+    oaString techLib;
+    viaDef->getTech()->getLibName(oaConvert::ns, techLib);
+    key.append(static_cast<const oaChar *>(techLib), techLib.getLength() + 1);
+    key += cellData.join(QLatin1String("\n")).toUtf8().constData();
+  } else {
+    key = std::string("u") + static_cast<const oaChar *>(name);
+  }
+  const auto inserted = masters_.emplace(std::move(key), Master());
+  Master &master = inserted.first->second;
+  if (!inserted.second) {
+    return &master;
+  }
+  master.viaDefName = defName;
+  master.cellData = cellData;
+  if (isKnown) {
+    openStdVia(master, viaDef, params);
+  } else {
+    master.fault = Master::kNoStdViaDef;
+    master.detail = defName;
+  }
+  return &master;
+}
+
+Master *MasterTable::findCustomVia(oaCustomVia *via, oaDesign *parent) {
+  oaString name;
+  via->getViaDefName(name);
+  oaParamArray params;
+  via->getParams(params);
+  const CellPath path(via->getHeader());
+  const QString defName = oaConvert::toString(name);
+  const QStringList cellData = toCustomViaParameterList(params, defName, viaDefOf(via, parent));
+  std::string key = 'c' + path.key();
+  appendKey(key, params);
+  key += cellData.join(QLatin1String("\n")).toUtf8().constData();
+  const auto inserted = masters_.emplace(std::move(key), Master());
+  Master &master = inserted.first->second;
+  if (inserted.second) {
+    master.viaDefName = defName;
+    master.cellData = cellData;
+    open(master, path, params, Master::kNoCustomVia);
+  }
+  return &master;
+}
+
+bool MasterTable::reopen(Master &master, oaRef *ref, oaDesign *parent) {
+  oaParamArray params;
+  switch (oaTypeEnum(ref->getType())) {
+  case oacStdViaType: {
+    oaViaParam viaParams;
+    static_cast<oaStdVia *>(ref)->getViaParams(viaParams);
+    oaViaDef *viaDef = viaDefOf(static_cast<oaVia *>(ref), parent);
+    if (viaDef && viaDef->getType() == oacStdViaDefType) {
+      openStdVia(master, viaDef, viaParams);
+    }
+    break;
+  }
+  case oacCustomViaType:
+    static_cast<oaCustomVia *>(ref)->getParams(params);
+    open(master, CellPath(static_cast<oaCustomVia *>(ref)->getHeader()), params, Master::kNoCustomVia);
+    break;
+  default:
+    static_cast<oaInst *>(ref)->getParams(params);
+    open(master, CellPath(static_cast<oaInst *>(ref)), params, Master::kNoCell);
+    break;
+  }
+  return master.design != nullptr;
+}
+
+void MasterTable::opened(Master &master, oaDesign *design) {
+  master.design = design;
+  ++openCount_;
+  master.cellName = cellNameOf(design, master.cellData);
+}
+
+void MasterTable::released(Master &master) {
+  if (!master.design || openCount_ <= kManyMasters) {
+    return;
+  }
+  DesignHolder closed(master.design);
+  master.design = nullptr;
+  --openCount_;
+}

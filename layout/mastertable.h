@@ -1,0 +1,74 @@
+#ifndef MASTERTABLE_H
+#define MASTERTABLE_H
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include <QString>
+#include <QStringList>
+
+#include "oaconvert.h"
+
+// A cell that instances or vias refer to, as one walk knows it.
+struct Master {
+  enum Fault { kNone, kComponentView, kNoLibrary, kNoCell, kNoStdViaDef, kNoCustomVia };
+
+  Fault fault = kNone;
+  // What the report of the fault shows: lib/cell/view, a library or a via definition, with the cause where there is
+  // one.
+  QString detail;
+  // The host's name of the cell.
+  QString cellName;
+  // Extra key/value pairs of the cell; a via's parameter list.
+  QStringList cellData;
+  // Name of the via definition; empty for the master of instances.
+  QString viaDefName;
+  // Open as long as this is set; a master may be closed after it was read and is opened again should the host want it
+  // twice.
+  oa::oaDesign *design = nullptr;
+};
+
+// The masters of one walk, each opened when it is first met, however many instances in however many cells share it.
+// Everything that the table opened is closed with it.
+class MasterTable {
+public:
+  // Host names of cells are relative to the library that is being read.
+  explicit MasterTable(const QString &currentLib) : currentLib_(currentLib) {}
+  ~MasterTable();
+  MasterTable(const MasterTable &) = delete;
+  MasterTable &operator=(const MasterTable &) = delete;
+
+  // The master of an instance; one that cannot be had is described by its fault. Never null, and stays where it is.
+  Master *find(oa::oaInst *inst);
+  // The same for a via in `parent`, which names the technology to search when the via is unbound.
+  Master *find(oa::oaVia *via, oa::oaDesign *parent);
+
+  // Opens a master again that released() closed, by one of its instances or vias. False when it has disappeared
+  // meanwhile; then the master has a fault from now on.
+  bool reopen(Master &master, oa::oaRef *ref, oa::oaDesign *parent);
+  // The walk needs the master no more, at least for now. A number of masters stay open for hosts that want cells again;
+  // above that it is closed, which keeps wide hierarchies within the system's limits on mapped files.
+  void released(Master &master);
+
+  QString cellNameOf(oa::oaDesign *design, const QStringList &cellData) const;
+  // "lib/cell/view" of a design.
+  static QString pathOf(oa::oaDesign *design);
+
+private:
+  struct CellPath;
+
+  void open(Master &master, const CellPath &path, const oa::oaParamArray &params, Master::Fault failure);
+  void openStdVia(Master &master, oa::oaViaDef *viaDef, oa::oaViaParam &params);
+  void opened(Master &master, oa::oaDesign *design);
+  Master *findStdVia(oa::oaStdVia *via, oa::oaDesign *parent);
+  Master *findCustomVia(oa::oaCustomVia *via, oa::oaDesign *parent);
+  oa::oaViaDef *viaDefOf(oa::oaVia *via, oa::oaDesign *parent);
+
+  QString currentLib_;
+  std::unordered_map<std::string, Master> masters_;
+  std::vector<oa::oaTech *> techs_;
+  size_t openCount_ = 0;
+};
+
+#endif

@@ -1,0 +1,25 @@
+#ifndef VIAPARAMETERS_H
+#define VIAPARAMETERS_H
+
+#include <QString>
+#include <QStringList>
+
+#include <oa/oaDesignDB.h>
+
+// Vias travel as references to cells of their own, whose cell data is a flat list of key/value pairs. These are the
+// keys by which the writer knows such a list again; the list of a standard via is made by
+// oaConvert::toViaParameterList().
+namespace viakey {
+const char kType[] = "oaType";
+const char kStdVia[] = "oaStdVia";
+const char kCustomVia[] = "oaCustomVia";
+const char kViaDefName[] = "oaViaDefName";
+const char kLayer1[] = "layer1";
+const char kLayer2[] = "layer2";
+} // namespace viakey
+
+// The list of a custom via. `viaDef` may be null for an unbound via; its layer numbers are left out then.
+QStringList toCustomViaParameterList(const oa::oaParamArray &params, const QString &viaDefName,
+                                     const oa::oaViaDef *viaDef);
+
+#endif

@@ -1,0 +1,10 @@
+set(connectivity_sources
+  connectivity.cpp
+  inst.cpp
+  instheader.cpp
+  instterm.cpp
+  net.cpp
+  pin.cpp
+  ref.cpp
+  term.cpp
+  via.cpp)

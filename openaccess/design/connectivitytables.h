@@ -1,0 +1,97 @@
+#ifndef OAKIT_CONNECTIVITYTABLES_H
+#define OAKIT_CONNECTIVITYTABLES_H
+
+// Nets, terminals, pins, instances, instance terminals, vias.
+
+#include "designtables.h"
+
+namespace OpenAccess_4 {
+namespace kit {
+
+class NetTable : public Table {
+public:
+  explicit NetTable(Database &database);
+  Column<std::uint8_t> kind{*this, 1, "kind"};
+  Column<Row> name{*this, 2, "name", kNoRow}; // native text of a scalar name
+  Column<std::uint8_t> signalType{*this, 3, "signalType"};
+  Column<std::uint8_t> flags{*this, 4, "flags"}; // NetFlag
+  Column<std::int32_t> priority{*this, 5, "priority"};
+};
+enum NetFlag : std::uint8_t { kNetGlobal = 1, kNetImplicit = 2, kNetExcludedFromModule = 4 };
+
+class TermTable : public Table {
+public:
+  explicit TermTable(Database &database);
+  Column<std::uint8_t> kind{*this, 1, "kind"};
+  Column<Row> name{*this, 2, "name", kNoRow};
+  Column<Row> net{*this, 3, "net", kNoRow};
+  Column<std::uint8_t> termType{*this, 4, "termType"};
+  Column<std::uint8_t> flags{*this, 5, "flags"}; // TermFlag
+  Column<std::uint32_t> position{*this, 6, "position", 0xffffffffu};
+};
+enum TermFlag : std::uint8_t { kTermNotInterface = 1, kTermImplicit = 2, kTermExcludedFromModule = 4, kTermHidden = 8 };
+
+class PinTable : public Table {
+public:
+  explicit PinTable(Database &database);
+  Column<std::uint8_t> kind{*this, 1, "kind"};
+  Column<Row> name{*this, 2, "name", kNoRow};
+  Column<Row> term{*this, 3, "term", kNoRow};
+  Column<std::uint8_t> accessDir{*this, 4, "accessDir"};
+  Column<std::uint8_t> placementStatus{*this, 5, "placementStatus"};
+  Column<std::uint8_t> pinType{*this, 6, "pinType"};
+};
+
+class InstHeaderTable : public Table {
+public:
+  explicit InstHeaderTable(Database &database);
+  Column<std::uint8_t> kind{*this, 1, "kind"};
+  Column<Row> lib{*this, 2, "lib", kNoRow};
+  Column<Row> cell{*this, 3, "cell", kNoRow};
+  Column<Row> view{*this, 4, "view", kNoRow};
+  Column<std::uint32_t> insts{*this, 5, "insts"};
+  // Box of the master's block when it was last bound; used while it is not. Inverted when unknown.
+  Column<oaBox> masterBox{*this, 6, "masterBox"};
+};
+
+class InstTable : public Table {
+public:
+  explicit InstTable(Database &database);
+  Column<std::uint8_t> kind{*this, 1, "kind"};
+  Column<Row> header{*this, 2, "header", kNoRow};
+  Column<Row> name{*this, 3, "name", kNoRow};
+  Column<oaPoint> origin{*this, 4, "origin"};
+  Column<std::uint8_t> orient{*this, 5, "orient"};
+  Column<std::uint8_t> placementStatus{*this, 6, "placementStatus"};
+  Column<Row> array{*this, 7, "array", kNoRow}; // row of the array table, for array instances
+  Column<Row> pin{*this, 8, "pin", kNoRow};
+  Column<std::uint32_t> priority{*this, 9, "priority"};
+  Column<std::uint8_t> excludedFromModule{*this, 10, "excludedFromModule"};
+};
+
+class ArrayTable : public Table {
+public:
+  struct Array {
+    std::int32_t dxDbu; // column pitch
+    std::int32_t dyDbu; // row pitch
+    std::uint32_t rows;
+    std::uint32_t columns;
+  };
+  explicit ArrayTable(Database &database);
+  Column<Array> arrays{*this, 1, "arrays"};
+};
+
+class InstTermTable : public Table {
+public:
+  explicit InstTermTable(Database &database);
+  Column<std::uint8_t> kind{*this, 1, "kind"};
+  Column<Row> inst{*this, 2, "inst", kNoRow};
+  Column<Row> net{*this, 3, "net", kNoRow};
+  Column<Row> termName{*this, 4, "termName", kNoRow};
+  Column<std::uint32_t> termPosition{*this, 5, "termPosition", 0xffffffffu}; // instead of a name
+};
+
+} // namespace kit
+} // namespace OpenAccess_4
+
+#endif

@@ -1,0 +1,307 @@
+#include "designdatabase.h"
+
+#include "connectivity.h"
+#include "designaccess.h"
+#include "figureindexes.h"
+#include "library.h"
+#include "oa/oaDesign.h"
+#include "oa/oaException.h"
+#include "oa/oaTech.h"
+#include "references.h"
+#include "textdisplay.h"
+#include "viewtypes.h"
+
+namespace OpenAccess_4 {
+namespace kit {
+
+std::uint64_t DesignDatabase::boxGeneration_ = 1;
+
+namespace {
+
+std::uint64_t numbersKey(oaLayerNum layer, oaPurposeNum purpose) { return (std::uint64_t(layer) << 32) | purpose; }
+
+} // namespace
+
+DesignDatabase::DesignDatabase(DatabasePlace place, std::string cell, std::string view)
+    : OpenDatabase(DatabaseKind::design, oacDesignType, errorIds(), std::move(place)), cell_(std::move(cell)), view_(std::move(view)) {
+  static std::uint32_t lastSerialNumber = 0;
+  serialNumber_ = ++lastSerialNumber;
+  contentsChanged();
+}
+
+DesignDatabase::~DesignDatabase() {
+  ++boxGeneration_;
+  forgetMasters();
+  if (heldTech_ != nullptr && heldTech_->isValid()) {
+    heldTech_->close();
+  }
+}
+
+const OpenErrorIds &DesignDatabase::errorIds() {
+  static const OpenErrorIds ids = {raiseDesign,
+                                   oacOpenUndefinedModeDesign,
+                                   oacDesignPrimaryFileDoesNotExist,
+                                   oacSaveReadOnlyDesign,
+                                   oacSaveScratchModeDesign,
+                                   oacCannotLockDatabase,
+                                   oacDesignCannotGetWriteAccess,
+                                   oacDesignHasReadNeedWriteAccess,
+                                   oacCannotFindLibrary,
+                                   oacDesignNoLongerExists};
+  return ids;
+}
+
+OpenRegistry<DesignDatabase> &DesignDatabase::registry() {
+  static OpenRegistry<DesignDatabase> *designs = new OpenRegistry<DesignDatabase>; // open designs are dropped at exit, unsaved
+  return *designs;
+}
+
+oaDesign *DesignDatabase::design() { return static_cast<oaDesign *>(self()); }
+
+void DesignDatabase::purge(DesignDatabase &design) {
+  masterIsGoing(design);
+  registry().remove(design);
+}
+
+void DesignDatabase::release(DesignDatabase &design) {
+  if (design.releaseReference()) {
+    purge(design);
+  }
+}
+
+void DesignDatabase::forgetMasters() {
+  // Emptied first: a master that goes tells its users so.
+  const std::unordered_map<Row, DesignDatabase *> masters = std::move(boundMasters);
+  boundMasters.clear();
+  for (const auto &entry : masters) {
+    release(*entry.second);
+  }
+}
+
+oaTech *DesignDatabase::tech() {
+  if (heldTech_ != nullptr && heldTech_->isValid()) {
+    return heldTech_;
+  }
+  heldTech_ = nullptr;
+  const Library *open = library();
+  if (open == nullptr) {
+    return nullptr;
+  }
+  try {
+    if (oaTech *found = oaTech::find(open->handle())) {
+      return found;
+    }
+    heldTech_ = oaTech::open(open->handle(), 'r');
+  } catch (const oaException &) {
+    // Documented: a design whose technology cannot be opened has none.
+  }
+  return heldTech_;
+}
+
+Row DesignDatabase::viewType() {
+  // The file's name first: a client may have changed the type of the cell view.
+  const Row type = ViewTypes::instance().typeOfPrimaryFile(place().fileName);
+  if (type != kNoRow || attributes.rowCount() == 0) {
+    return type;
+  }
+  const std::string name = strings().text(attributes.viewType[0]);
+  return name.empty() ? kNoRow : ViewTypes::instance().findOrAdd(name);
+}
+
+void DesignDatabase::initialiseNew() {
+  const Row row = attributes.addRow();
+  attributes.kind.set(row, oacDesignType);
+  const Row type = ViewTypes::instance().typeOfPrimaryFile(place().fileName);
+  if (type != kNoRow) {
+    attributes.viewType.set(row, strings().intern(ViewTypes::instance().nameOf(type)));
+  }
+}
+
+void DesignDatabase::contentsChanged() {
+  for (NameIndex *index : {&netsByName, &termsByName, &instsByName}) {
+    index->clear();
+  }
+  for (OwnerIndex *index : {&termsOfNet, &pinsOfTerm, &instsOfHeader, &instTermsOfInst, &instTermsOfNet, &shapesOfLpp,
+                            &shapesOfNet, &shapesOfPin, &instsOfPin, &displaysOfObject}) {
+    index->clear();
+  }
+  connectivity.clear();
+  nextNetNumber = nextInstNumber = nextPinNumber = 0;
+  lastLpp_ = kNoRow;
+  lppNumbers_.clear();
+  lppByNumbers_.clear();
+  layerHeaderByNumber_.clear();
+  isLppByNumbersBuilt_ = false;
+  shapeBox_.init();
+  isShapeBoxKnown_ = true;
+  ++boxGeneration_;
+}
+
+void DesignDatabase::checkLoaded() {
+  if (attributes.rowCount() != 1) {
+    raiseBase(oacCorruptedDatabase, label() + ": damaged: table " + attributes.name() + " has " +
+                                        std::to_string(attributes.rowCount()) + " rows, expected 1");
+  }
+  const Row block = blocks.nextAlive(kNoRow);
+  if (blocks.rowCount() > 1 || (block != kNoRow && blocks.kindOf(block) != oacBlockType)) {
+    raiseBase(oacCorruptedDatabase, label() + ": damaged: table " + blocks.name() + " has " + std::to_string(blocks.rowCount()) +
+                                        " rows, expected one block or none");
+  }
+  shapeBox_.init();
+  if (block != kNoRow) {
+    shapeBox_ = blocks.shapeBox[block];
+  }
+}
+
+void DesignDatabase::beforeDrop() { forgetMasters(); }
+
+void DesignDatabase::beforeSave() {
+  const Row block = blockRow();
+  if (block != kNoRow) {
+    blocks.shapeBox.set(block, shapeBox());
+    storeMasterBoxes(*this);
+  }
+}
+
+void DesignDatabase::rowIsGoing(Table &table, Row row) {
+  if (textDisplays.rowCount() != 0) {
+    for (const Row display : displaysOf(*this, table, row)) {
+      destroyRow(shapes, display);
+    }
+  }
+  if (&table == &shapes) {
+    if (!ShapeTable::isDisplayKind(shapes.kindOf(row))) {
+      shapeBoxLeaves(shapes.box[row]);
+    }
+    leaveLpp(shapes.lpp[row]);
+    if (shapes.payload[row] != kNoRow) {
+      noteAbandonedRows();
+    }
+    return;
+  }
+  connectivityRowIsGoing(*this, table, row);
+}
+
+const oaBox &DesignDatabase::blockBox() {
+  if (blockBoxGeneration_ == boxGeneration_ || isFindingBlockBox_) {
+    return blockBox_;
+  }
+  isFindingBlockBox_ = true;
+  try {
+    blockBox_ = shapeBox();
+    mergeDisplayBoxes(*this, blockBox_);
+    mergeRefBoxes(*this, blockBox_);
+  } catch (...) {
+    isFindingBlockBox_ = false;
+    throw;
+  }
+  isFindingBlockBox_ = false;
+  // A display's text follows its object, whose changes are not counted.
+  blockBoxGeneration_ = textDisplays.rowCount() == 0 ? boxGeneration_ : 0;
+  return blockBox_;
+}
+
+const oaBox &DesignDatabase::shapeBox() {
+  if (!isShapeBoxKnown_) {
+    shapeBox_.init();
+    for (Row row = shapes.nextAlive(kNoRow); row != kNoRow; row = shapes.nextAlive(row)) {
+      if (!ShapeTable::isDisplayKind(shapes.kindOf(row))) {
+        shapeBox_.merge(shapes.box[row]);
+      }
+    }
+    isShapeBoxKnown_ = true;
+  }
+  return shapeBox_;
+}
+
+void DesignDatabase::buildLppNumbers() {
+  if (isLppByNumbersBuilt_) {
+    return;
+  }
+  for (Row row = layerHeaders.nextAlive(kNoRow); row != kNoRow; row = layerHeaders.nextAlive(row)) {
+    layerHeaderByNumber_.emplace(layerHeaders.layer[row], LayerPairs{row, 0});
+  }
+  for (Row row = lpps.nextAlive(kNoRow); row != kNoRow; row = lpps.nextAlive(row)) {
+    lppByNumbers_.emplace(numbersKey(lpps.layer[row], lpps.purpose[row]), row);
+    const auto layer = layerHeaderByNumber_.find(lpps.layer[row]);
+    if (layer == layerHeaderByNumber_.end()) {
+      lppByNumbers_.clear();
+      layerHeaderByNumber_.clear();
+      raiseCorrupted(lpps, row, "layer " + std::to_string(lpps.layer[row]) + " has no header");
+    }
+    ++layer->second.pairs;
+  }
+  isLppByNumbersBuilt_ = true;
+}
+
+const DesignDatabase::LppNumbers &DesignDatabase::numbersOf(Row lpp) {
+  checkedRow(lpps, lpp, "a shape");
+  if (lpp >= lppNumbers_.size()) {
+    lppNumbers_.resize(lpps.rowCount());
+  }
+  lppNumbers_[lpp] = {lpps.layer[lpp], lpps.purpose[lpp], true};
+  return lppNumbers_[lpp];
+}
+
+Row DesignDatabase::findLpp(oaLayerNum layer, oaPurposeNum purpose) {
+  buildLppNumbers();
+  const auto found = lppByNumbers_.find(numbersKey(layer, purpose));
+  return found == lppByNumbers_.end() ? kNoRow : found->second;
+}
+
+Row DesignDatabase::findLayerHeader(oaLayerNum layer) {
+  buildLppNumbers();
+  const auto found = layerHeaderByNumber_.find(layer);
+  return found == layerHeaderByNumber_.end() ? kNoRow : found->second.header;
+}
+
+Row DesignDatabase::findOrAddLpp(oaLayerNum layer, oaPurposeNum purpose) {
+  if (purpose == oavPurposeNumberAny || purpose == oavPurposeNumberNo) {
+    raiseDesign(oacInvalidPurposeNumber, label() + ": no shape can be on the purpose \"" +
+                                             (purpose == oavPurposeNumberAny ? "oaAny" : "oaNo") + "\" (layer " +
+                                             std::to_string(layer) + ")");
+  }
+  Row lpp = findLpp(layer, purpose);
+  if (lpp == kNoRow) {
+    lpp = lpps.addRow();
+    lpps.kind.set(lpp, oacLPPHeaderType);
+    lpps.layer.set(lpp, layer);
+    lpps.purpose.set(lpp, purpose);
+    lppByNumbers_.emplace(numbersKey(layer, purpose), lpp);
+    if (findLayerHeader(layer) == kNoRow) {
+      const Row header = layerHeaders.addRow();
+      layerHeaders.kind.set(header, oacLayerHeaderType);
+      layerHeaders.layer.set(header, layer);
+      layerHeaderByNumber_.emplace(layer, LayerPairs{header, 0});
+    }
+    ++layerHeaderByNumber_[layer].pairs;
+  }
+  lastLpp_ = lpp;
+  lastLayer_ = layer;
+  lastPurpose_ = purpose;
+  return lpp;
+}
+
+void DesignDatabase::leaveLpp(Row lpp) {
+  checkedRow(lpps, lpp, "a shape");
+  const std::uint32_t left = lpps.shapes[lpp];
+  if (left > 1) {
+    lpps.shapes.set(lpp, left - 1);
+    return;
+  }
+  buildLppNumbers();
+  const oaLayerNum layer = lpps.layer[lpp];
+  lppByNumbers_.erase(numbersKey(layer, lpps.purpose[lpp]));
+  if (lastLpp_ == lpp) {
+    lastLpp_ = kNoRow;
+  }
+  destroyRow(lpps, lpp);
+  const auto entry = layerHeaderByNumber_.find(layer);
+  if (entry != layerHeaderByNumber_.end() && --entry->second.pairs == 0) {
+    destroyRow(layerHeaders, entry->second.header);
+    layerHeaderByNumber_.erase(entry);
+  }
+}
+
+} // namespace kit
+} // namespace OpenAccess_4

@@ -1,0 +1,188 @@
+#include "oa/oaFig.h"
+
+#include "connectivity.h"
+#include "figureindexes.h"
+#include "oa/oaBlock.h"
+#include "oa/oaDesignDB.h"
+#include "references.h"
+#include "shapeaccess.h"
+#include "shapecontents.h"
+#include "textdisplay.h"
+
+namespace OpenAccess_4 {
+
+using namespace kit;
+
+namespace {
+
+// The design whose block a figure is copied or moved to.
+DesignDatabase &designForFigures(const oaBlock *block) { return designOfShapes(block); }
+
+DesignDatabase &designForFigures(oaDesign *design) {
+  DesignDatabase &target = designOf(design);
+  blockOf(target);
+  return target;
+}
+
+oaFig *copyFigure(const oaFig *figure, const oaTransform &xform, DesignDatabase &target) {
+  Table &table = liveTable(figure);
+  DesignDatabase &design = designOf(table);
+  const Row row = rowOf(figure);
+  if (table.id() != kShapeTable) {
+    return copyRef(design, table, row, xform, target);
+  }
+  ShapeContents contents = readShape(design, row);
+  contents.transform(xform, design.label());
+  const Row lpp = checkedRow(design.lpps, design.shapes.lpp[row], "a shape");
+  return shapeAt<oaFig>(target, addShape(target, design.lpps.layer[lpp], design.lpps.purpose[lpp], contents, design));
+}
+
+oaFig *moveFigure(oaFig *figure, const oaTransform &xform, DesignDatabase &target) {
+  if (&designOf(figure) == &target) {
+    figure->move(xform);
+    return figure;
+  }
+  oaFig *copy = copyFigure(figure, xform, target);
+  figure->destroy();
+  return copy;
+}
+
+// The box of any figure. Out of line, so that the usual way, of shapes, needs no stack.
+[[gnu::noinline]] void findBox(const oaFig *figure, oaBox &box) {
+  Table &table = liveTable(figure);
+  DesignDatabase &design = designOf(table);
+  const Row row = rowOf(figure);
+  if (table.id() != kShapeTable) {
+    box = refBox(design, table, row);
+  } else if (ShapeTable::isDisplayKind(design.shapes.kindOf(row))) {
+    box = displayBox(design, row);
+  } else {
+    box = design.shapes.box[row];
+  }
+}
+
+// A net or pin as an argument, which must belong to the figure's design.
+Row memberOfDesign(const oaObject *object, std::uint16_t tableId, const char *what, const DesignDatabase &design, oaUInt4 errorId) {
+  const Table &table = tableAs<Table>(object, tableId, what);
+  if (&table.database() != &design) {
+    raiseDesign(errorId, design.label() + ": the figure and the " + what + " of " + table.database().label() +
+                             " are in different blocks");
+  }
+  return rowOf(object);
+}
+
+} // namespace
+
+void oaFig::destroy() {
+  Table &table = liveTable(this);
+  DesignDatabase &design = designOf(table);
+  if (table.id() == kShapeTable) {
+    design.destroyRow(table, rowOf(this));
+  } else {
+    destroyRef(design, table, rowOf(this));
+  }
+}
+
+void oaFig::getBBox(oaBox &bBox) const {
+  const Table *table = tableOf(this);
+  if (OA_LIKELY(table != nullptr && table->id() == kShapeTable)) {
+    const oaBox *box = static_cast<const ShapeTable *>(table)->box.ready(rowOf(this));
+    if (OA_LIKELY(box != nullptr && !ShapeTable::isDisplayKind(static_cast<std::uint8_t>(getType())))) {
+      bBox = *box;
+      return;
+    }
+  }
+  findBox(this, bBox);
+}
+
+oaBoolean oaFig::overlaps(const oaBox &box) const {
+  oaBox own;
+  getBBox(own);
+  return own.overlaps(box);
+}
+
+void oaFig::move(const oaTransform &xform) {
+  Table &table = liveTable(this);
+  DesignDatabase &design = designOf(table);
+  const Row row = rowOf(this);
+  if (table.id() != kShapeTable) {
+    moveRef(design, table, row, xform);
+    return;
+  }
+  ShapeContents contents = readShape(design, row);
+  contents.transform(xform, design.label());
+  writeShape(design, row, contents);
+}
+
+oaFig *oaFig::move(const oaTransform &xform, oaBlock *block) { return moveFigure(this, xform, designForFigures(block)); }
+
+oaFig *oaFig::move(const oaTransform &xform, oaDesign *design) { return moveFigure(this, xform, designForFigures(design)); }
+
+oaFig *oaFig::copy(const oaTransform &xform) const { return copyFigure(this, xform, designOf(this)); }
+
+oaFig *oaFig::copy(const oaTransform &xform, oaBlock *block) const { return copyFigure(this, xform, designForFigures(block)); }
+
+oaFig *oaFig::copy(const oaTransform &xform, oaDesign *design) const { return copyFigure(this, xform, designForFigures(design)); }
+
+oaBoolean oaConnFig::hasNet() const { return getNet() != nullptr; }
+
+oaNet *oaConnFig::getNet() const {
+  Table &table = liveTable(this);
+  DesignDatabase &design = designOf(table);
+  const Row net = netOfFigure(design, table, rowOf(this));
+  return net == kNoRow ? nullptr : static_cast<oaNet *>(design.nets.handle(checkedRow(design.nets, net, "a figure")));
+}
+
+void oaConnFig::addToNet(oaNet *net) {
+  Table &table = liveTable(this);
+  DesignDatabase &design = designOf(table);
+  const Row to = memberOfDesign(net, kNetTable, "net", design, oacNetFigNotInSameBlock);
+  if (pinOfFigure(design, table, rowOf(this)) != kNoRow) {
+    raiseDesign(oacCannotAddPinFigToNet, design.label() + ": the figure is in a pin; take it out before it can be on a net");
+  }
+  if ((design.nets.flags[to] & kNetImplicit) != 0) {
+    raiseDesign(oacCannotAddFigToImplicitNet, design.label() + ": net " + design.strings().text(design.nets.name[to]) +
+                                                  " is implicit and takes no figures; create it first");
+  }
+  if (table.id() != kShapeTable) {
+    raiseBase(oacNotYetSupported, design.label() + ": instances and vias cannot be on nets");
+  }
+  setNetOfFigure(design, table, rowOf(this), to);
+}
+
+void oaConnFig::removeFromNet() {
+  Table &table = liveTable(this);
+  DesignDatabase &design = designOf(table);
+  if (netOfFigure(design, table, rowOf(this)) != kNoRow) {
+    setNetOfFigure(design, table, rowOf(this), kNoRow);
+  }
+}
+
+oaBoolean oaPinFig::hasPin() const { return getPin() != nullptr; }
+
+oaPin *oaPinFig::getPin() const {
+  Table &table = liveTable(this);
+  DesignDatabase &design = designOf(table);
+  const Row pin = pinOfFigure(design, table, rowOf(this));
+  return pin == kNoRow ? nullptr : static_cast<oaPin *>(design.pins.handle(checkedRow(design.pins, pin, "a figure")));
+}
+
+void oaPinFig::addToPin(oaPin *pin) {
+  Table &table = liveTable(this);
+  DesignDatabase &design = designOf(table);
+  const Row to = memberOfDesign(pin, kPinTable, "pin", design, oacPinAndFigNotInSameBlock);
+  if (netOfFigure(design, table, rowOf(this)) != kNoRow) {
+    raiseDesign(oacCannotAddNetFigToPin, design.label() + ": the figure is on a net; take it off before it can be in a pin");
+  }
+  setPinOfFigure(design, table, rowOf(this), to);
+}
+
+void oaPinFig::removeFromPin() {
+  Table &table = liveTable(this);
+  DesignDatabase &design = designOf(table);
+  if (pinOfFigure(design, table, rowOf(this)) != kNoRow) {
+    setPinOfFigure(design, table, rowOf(this), kNoRow);
+  }
+}
+
+} // namespace OpenAccess_4

@@ -1,0 +1,274 @@
+#include "oa/oaInstHeader.h"
+
+#include "connectivityaccess.h"
+
+#include <iterator>
+#include <unordered_set>
+#include <vector>
+
+namespace OpenAccess_4 {
+
+namespace kit {
+
+namespace {
+
+std::string masterKey(const std::string &lib, const std::string &cell, const std::string &view) {
+  // No name holds a line feed: names on disk are escaped, and this is only a key in memory anyway.
+  return lib + "\n" + cell + "\n" + view;
+}
+
+NameIndex &headersByMaster(DesignDatabase &design) {
+  NameIndex &index = design.connectivity.instHeadersByMaster;
+  if (!index.isBuilt()) {
+    index.clear();
+    const InstHeaderTable &headers = design.instHeaders;
+    for (Row row = headers.nextAlive(kNoRow); row != kNoRow; row = headers.nextAlive(row)) {
+      const StringTable &strings = design.strings();
+      index.add(
+          masterKey(strings.text(headers.lib[row]), strings.text(headers.cell[row]), strings.text(headers.view[row])),
+          row);
+    }
+    index.setBuilt();
+  }
+  return index;
+}
+
+} // namespace
+
+Row findInstHeader(DesignDatabase &design, const std::string &lib, const std::string &cell, const std::string &view) {
+  return headersByMaster(design).find(masterKey(lib, cell, view));
+}
+
+Row instHeaderFor(DesignDatabase &design, const std::string &lib, const std::string &cell, const std::string &view) {
+  const Row existing = findInstHeader(design, lib, cell, view);
+  if (existing != kNoRow) {
+    return existing;
+  }
+  InstHeaderTable &headers = design.instHeaders;
+  const Row row = headers.addRow();
+  headers.kind.set(row, oacInstHeaderType);
+  headers.lib.set(row, design.strings().intern(lib));
+  headers.cell.set(row, design.strings().intern(cell));
+  headers.view.set(row, design.strings().intern(view));
+  oaBox unknown;
+  unknown.init();
+  headers.masterBox.set(row, unknown);
+  design.connectivity.instHeadersByMaster.add(masterKey(lib, cell, view), row);
+  return row;
+}
+
+void leaveInstHeader(DesignDatabase &design, Row inst) {
+  const Row header = design.insts.header[inst];
+  InstHeaderTable &headers = design.instHeaders;
+  if (design.instsOfHeader.isBuilt()) {
+    design.instsOfHeader.remove(header, inst);
+  }
+  instsChanged(design);
+  if (!headers.isAlive(header)) {
+    return;
+  }
+  const std::uint32_t insts = headers.insts[header];
+  if (insts > 1) {
+    headers.insts.set(header, insts - 1);
+    return;
+  }
+  const StringTable &strings = design.strings();
+  headersByMaster(design).remove(masterKey(strings.text(headers.lib[header]), strings.text(headers.cell[header]),
+                                           strings.text(headers.view[header])),
+                                 header);
+  const auto bound = design.boundMasters.find(header);
+  if (bound != design.boundMasters.end()) {
+    DesignDatabase &master = *bound->second;
+    design.boundMasters.erase(bound);
+    DesignDatabase::release(master);
+  }
+  design.destroyRow(headers, header);
+}
+
+oaDesign *bindMaster(DesignDatabase &design, Row header) {
+  const auto bound = design.boundMasters.find(header);
+  if (bound != design.boundMasters.end()) {
+    return bound->second->design();
+  }
+  const StringTable &strings = design.strings();
+  oaScalarName lib, cell, view;
+  oaDesign *master = nullptr;
+  try {
+    getStoredName(strings, design.instHeaders.lib[header], lib);
+    getStoredName(strings, design.instHeaders.cell[header], cell);
+    getStoredName(strings, design.instHeaders.view[header], view);
+    master = oaDesign::open(lib, cell, view, 'r');
+  } catch (const oaException &) {
+    // A master that is missing or damaged is no error of the design that places it.
+    return nullptr;
+  }
+  DesignDatabase &masterDesign = designOf(master);
+  if (reachesThroughMasters(masterDesign, design)) {
+    master->close();
+    return nullptr;
+  }
+  design.boundMasters.emplace(header, &masterDesign);
+  return master;
+}
+
+oaBox masterBoxOf(DesignDatabase &design, Row header) {
+  const auto bound = design.boundMasters.find(header);
+  if (bound == design.boundMasters.end()) {
+    return design.instHeaders.masterBox[header];
+  }
+  oaBox box;
+  box.init();
+  const oaBlock *block = bound->second->design()->getTopBlock();
+  if (block != nullptr) {
+    block->getBBox(box);
+  }
+  return box;
+}
+
+bool reachesThroughMasters(const DesignDatabase &design, const DesignDatabase &wanted) {
+  // Each design once, without recursion: hierarchies may be deep.
+  std::vector<const DesignDatabase *> found = {&design};
+  std::unordered_set<const DesignDatabase *> seen = {&design};
+  for (std::size_t next = 0; next < found.size(); ++next) {
+    if (found[next] == &wanted) {
+      return true;
+    }
+    for (const auto &entry : found[next]->boundMasters) {
+      if (seen.insert(entry.second).second) {
+        found.push_back(entry.second);
+      }
+    }
+  }
+  return false;
+}
+
+void masterIsGoing(const DesignDatabase &master) {
+  for (const std::unique_ptr<DesignDatabase> &design : DesignDatabase::registry().all()) {
+    for (auto entry = design->boundMasters.begin(); entry != design->boundMasters.end();) {
+      entry = entry->second == &master ? design->boundMasters.erase(entry) : std::next(entry);
+    }
+  }
+}
+
+void storeMasterBoxes(DesignDatabase &design) {
+  for (const auto &entry : design.boundMasters) {
+    design.instHeaders.masterBox.set(entry.first, masterBoxOf(design, entry.first));
+  }
+}
+
+} // namespace kit
+
+using namespace kit;
+
+namespace {
+
+const StringTable &stringsOf(const DesignRow &at) { return at.design.strings(); }
+
+} // namespace
+
+oaDesign *oaRefHeader::getMaster() const {
+  const DesignRow at = designRow(this, kInstHeaderTable);
+  return bindMaster(at.design, at.row);
+}
+
+void oaRefHeader::getMasterBBox(oaBox &bBox) const {
+  const DesignRow at = designRow(this, kInstHeaderTable);
+  bBox = masterBoxOf(at.design, at.row);
+}
+
+void oaRefHeader::getBBox(oaBox &bBox) const {
+  const DesignRow at = designRow(this, kInstHeaderTable);
+  bBox.init();
+  for (const Row inst : instsOfHeader(at.design).rows(at.row)) {
+    oaBox box;
+    objectAt<oaInst>(at.design.insts, inst)->getBBox(box);
+    bBox.merge(box);
+  }
+}
+
+oaRefHeader *oaRefHeader::getSuperHeader() const {
+  (void)designRow(this, kInstHeaderTable);
+  return nullptr;
+}
+
+oaBoolean oaRefHeader::isBound() const {
+  const DesignRow at = designRow(this, kInstHeaderTable);
+  return at.design.boundMasters.count(at.row) != 0;
+}
+
+oaBoolean oaRefHeader::isSuperHeader() const {
+  (void)designRow(this, kInstHeaderTable);
+  return false;
+}
+
+oaBoolean oaRefHeader::isSubHeader() const { return isSuperHeader(); }
+
+void oaInstHeader::getLibName(oaScalarName &libName) const {
+  const DesignRow at = instHeaderRow(this);
+  getStoredName(stringsOf(at), at.design.instHeaders.lib[at.row], libName);
+}
+void oaInstHeader::getCellName(oaScalarName &cellName) const {
+  const DesignRow at = instHeaderRow(this);
+  getStoredName(stringsOf(at), at.design.instHeaders.cell[at.row], cellName);
+}
+void oaInstHeader::getViewName(oaScalarName &viewName) const {
+  const DesignRow at = instHeaderRow(this);
+  getStoredName(stringsOf(at), at.design.instHeaders.view[at.row], viewName);
+}
+void oaInstHeader::getLibName(const oaNameSpace &ns, oaString &libName) const {
+  const DesignRow at = instHeaderRow(this);
+  getStoredName(stringsOf(at), at.design.instHeaders.lib[at.row], ns, libName);
+}
+void oaInstHeader::getCellName(const oaNameSpace &ns, oaString &cellName) const {
+  const DesignRow at = instHeaderRow(this);
+  getStoredName(stringsOf(at), at.design.instHeaders.cell[at.row], ns, cellName);
+}
+void oaInstHeader::getViewName(const oaNameSpace &ns, oaString &viewName) const {
+  const DesignRow at = instHeaderRow(this);
+  getStoredName(stringsOf(at), at.design.instHeaders.view[at.row], ns, viewName);
+}
+
+void oaInstHeader::getParams(oaParamArray &params) const {
+  (void)instHeaderRow(this);
+  params.setNumElements(0);
+}
+
+void oaInstHeader::getAllParams(oaParamArray &params) const { getParams(params); }
+
+void oaInstHeader::setMasterBBox(const oaBox &bBox) {
+  const DesignRow at = instHeaderRow(this);
+  at.design.instHeaders.masterBox.set(at.row, bBox);
+  instsChanged(at.design);
+}
+
+oaCollection<oaInst, oaInstHeader> oaInstHeader::getInsts(oaUInt4) const {
+  static const MembersKind kind(instsOfHeader, kInstTable);
+  const DesignRow at = instHeaderRow(this);
+  return CollectionAccess::make<oaCollection<oaInst, oaInstHeader>>(kind, &at.design.instHeaders, at.row);
+}
+
+oaCollection<oaInstHeader, oaInstHeader> oaInstHeader::getSubHeaders() const {
+  (void)instHeaderRow(this);
+  return emptyCollection<oaCollection<oaInstHeader, oaInstHeader>>();
+}
+
+oaInstHeader *oaInstHeader::find(const oaBlock *block, const oaDesign *master) {
+  oaScalarName lib, cell, view;
+  master->getLibName(lib);
+  master->getCellName(cell);
+  master->getViewName(view);
+  return find(block, lib, cell, view);
+}
+
+oaInstHeader *oaInstHeader::find(const oaBlock *block, const oaScalarName &libName, const oaScalarName &cellName,
+                                 const oaScalarName &viewName) {
+  DesignDatabase &design = designOfBlock(block);
+  return objectAt<oaInstHeader>(
+      design.instHeaders, findInstHeader(design, nativeText(libName), nativeText(cellName), nativeText(viewName)));
+}
+
+oaCollection<oaInstHeader, oaBlock> oaBlock::getInstHeaders() const {
+  return wholeTable<oaCollection<oaInstHeader, oaBlock>>(designOfBlock(this).instHeaders);
+}
+
+} // namespace OpenAccess_4

@@ -1,0 +1,217 @@
+#include "references.h"
+
+#include "connectivityaccess.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace OpenAccess_4 {
+
+namespace kit {
+
+namespace {
+
+oaTransform transformOf(const DesignDatabase &design, Row inst) {
+  const oaOrientEnum orient =
+      checkedEnum<oaOrientEnum>(design.insts, inst, design.insts.orient[inst], 8, "the orientation");
+  return oaTransform(design.insts.origin[inst], orient);
+}
+
+oaCoord clamped(std::int64_t value) {
+  return static_cast<oaCoord>(
+      std::clamp<std::int64_t>(value, std::numeric_limits<oaCoord>::min(), std::numeric_limits<oaCoord>::max()));
+}
+
+// A box shifted by steps that may lead beyond the range of coordinates: it then ends at the range's end.
+oaBox shifted(const oaBox &box, std::int64_t dx, std::int64_t dy) {
+  return oaBox(clamped(box.left() + dx), clamped(box.bottom() + dy), clamped(box.right() + dx),
+               clamped(box.top() + dy));
+}
+
+ArrayTable::Array arrayOf(const DesignDatabase &design, Row inst) {
+  const Row row = design.insts.array[inst];
+  if (row >= design.arrays.rowCount()) {
+    raiseCorrupted(design.insts, inst, "the array instance lacks its rows and columns");
+  }
+  return design.arrays.arrays[row];
+}
+
+oaBox placed(const DesignDatabase &design, Row inst, const oaBox &masterBox) {
+  oaBox box = masterBox;
+  if (box.isInverted()) {
+    return box;
+  }
+  const oaTransform placement = transformOf(design, inst);
+  // In 64 bits: a file may place a box where its coordinates overflow.
+  box.transform(oaTransform(0, 0, placement.orient()));
+  box = shifted(box, placement.xOffset(), placement.yOffset());
+  if (design.insts.kind[inst] == oacArrayInstType) {
+    const ArrayTable::Array array = arrayOf(design, inst);
+    const std::int64_t lastColumn = std::max<std::int64_t>(array.columns, 1) - 1;
+    const std::int64_t lastRow = std::max<std::int64_t>(array.rows, 1) - 1;
+    box.merge(shifted(box, lastColumn * array.dxDbu, lastRow * array.dyDbu));
+  }
+  return box;
+}
+
+bool fits(std::int64_t value) {
+  return value >= std::numeric_limits<oaCoord>::min() && value <= std::numeric_limits<oaCoord>::max();
+}
+
+} // namespace
+
+oaBox refBox(DesignDatabase &design, const Table &table, Row row) {
+  oaBox box;
+  box.init();
+  if (table.id() != kInstTable) {
+    return box;
+  }
+  const Row header = design.instHeaders.checkRow(design.insts.header[row], "an instance");
+  return placed(design, row, masterBoxOf(design, header));
+}
+
+void moveRef(DesignDatabase &design, Table &table, Row row, const oaTransform &xform) {
+  if (table.id() != kInstTable) {
+    return;
+  }
+  const oaPoint origin = design.insts.origin[row];
+  // The rotation alone cannot overflow a point that is not at the very end of the range; the sum can.
+  const oaPoint turned(origin, oaTransform(0, 0, xform.orient()));
+  const std::int64_t x = std::int64_t(turned.x()) + xform.xOffset();
+  const std::int64_t y = std::int64_t(turned.y()) + xform.yOffset();
+  if (!fits(x) || !fits(y)) {
+    refuse(design, oacInvalidBBoxAfterTransform,
+           "instance " + design.strings().text(design.insts.name[row]) + " would leave the range of coordinates");
+  }
+  design.insts.origin.set(row, oaPoint(static_cast<oaCoord>(x), static_cast<oaCoord>(y)));
+  design.insts.orient.set(row, static_cast<std::uint8_t>(transformOf(design, row).orient().concat(xform.orient())));
+  if (design.insts.kind[row] == oacArrayInstType) {
+    ArrayTable::Array array = arrayOf(design, row);
+    const oaTransform turn(0, 0, xform.orient());
+    const oaPoint column(oaPoint(array.dxDbu, 0), turn);
+    const oaPoint line(oaPoint(0, array.dyDbu), turn);
+    // After a quarter turn the steps of the columns run along y: what was a column is a row now.
+    if (column.y() != 0 || line.x() != 0) {
+      array = {line.x(), column.y(), array.columns, array.rows};
+    } else {
+      array.dxDbu = column.x();
+      array.dyDbu = line.y();
+    }
+    design.arrays.arrays.set(design.insts.array[row], array);
+  }
+  instsChanged(design);
+}
+
+oaFig *copyRef(const DesignDatabase &design, const Table &table, Row row, const oaTransform &xform,
+               DesignDatabase &target) {
+  if (table.id() != kInstTable) {
+    raiseBase(oacNotYetSupported, design.label() + ": vias cannot be copied yet");
+  }
+  const StringTable &strings = design.strings();
+  const Row from = design.insts.header[row];
+  const Row header =
+      instHeaderFor(target, strings.text(design.instHeaders.lib[from]), strings.text(design.instHeaders.cell[from]),
+                    strings.text(design.instHeaders.view[from]));
+  const std::string name = automaticName(instsByName(target), "I__", target.nextInstNumber);
+  const Row copy = target.insts.addRow();
+  target.insts.kind.set(copy, design.insts.kind[row]);
+  target.insts.header.set(copy, header);
+  target.insts.name.set(copy, target.strings().add(name));
+  target.insts.origin.set(copy, design.insts.origin[row]);
+  target.insts.orient.set(copy, design.insts.orient[row]);
+  target.insts.placementStatus.set(copy, design.insts.placementStatus[row]);
+  target.insts.priority.set(copy, design.insts.priority[row]);
+  if (design.insts.kind[row] == oacArrayInstType) {
+    const Row array = target.arrays.addRow();
+    target.arrays.arrays.set(array, arrayOf(design, row));
+    target.insts.array.set(copy, array);
+  }
+  target.instHeaders.insts.set(header, target.instHeaders.insts[header] + 1);
+  target.instsByName.add(name, copy);
+  if (target.instsOfHeader.isBuilt()) {
+    target.instsOfHeader.add(header, copy);
+  }
+  moveRef(target, target.insts, copy, xform);
+  return objectAt<oaFig>(target.insts, copy);
+}
+
+void destroyRef(DesignDatabase &design, Table &table, Row row) { design.destroyRow(table, row); }
+
+void mergeRefBoxes(DesignDatabase &design, oaBox &box) {
+  ConnectivityState &state = design.connectivity;
+  std::vector<oaBox> masterBoxes(design.instHeaders.rowCount());
+  for (Row header = design.instHeaders.nextAlive(kNoRow); header != kNoRow;
+       header = design.instHeaders.nextAlive(header)) {
+    masterBoxes[header] = masterBoxOf(design, header);
+  }
+  if (!state.isRefBoxKnown || state.masterBoxes != masterBoxes) {
+    state.refBox.init();
+    for (Row inst = design.insts.nextAlive(kNoRow); inst != kNoRow; inst = design.insts.nextAlive(inst)) {
+      const Row header = design.instHeaders.checkRow(design.insts.header[inst], "an instance");
+      const oaBox instBox = placed(design, inst, masterBoxes[header]);
+      if (!instBox.isInverted()) {
+        state.refBox.merge(instBox);
+      }
+    }
+    state.masterBoxes = std::move(masterBoxes);
+    state.isRefBoxKnown = true;
+  }
+  if (!state.refBox.isInverted()) {
+    box.merge(state.refBox);
+  }
+}
+
+void bindMasters(DesignDatabase &design) {
+  for (Row header = design.instHeaders.nextAlive(kNoRow); header != kNoRow;
+       header = design.instHeaders.nextAlive(header)) {
+    (void)bindMaster(design, header);
+  }
+}
+
+} // namespace kit
+
+using namespace kit;
+
+oaRefHeader *oaRef::getHeader() const {
+  const DesignRow at = designRow(this, kInstTable);
+  return objectAt<oaRefHeader>(at.design.instHeaders,
+                               at.design.instHeaders.checkRow(at.design.insts.header[at.row], "an instance"));
+}
+
+oaDesign *oaRef::getMaster() const { return getHeader()->getMaster(); }
+
+void oaRef::getOrigin(oaPoint &origin) const {
+  const DesignRow at = designRow(this, kInstTable);
+  origin = at.design.insts.origin[at.row];
+}
+
+oaOrient oaRef::getOrient() const {
+  const DesignRow at = designRow(this, kInstTable);
+  return transformOf(at.design, at.row).orient();
+}
+
+void oaRef::getTransform(oaTransform &xform) const {
+  const DesignRow at = designRow(this, kInstTable);
+  xform = transformOf(at.design, at.row);
+}
+
+oaBoolean oaRef::isBound() const { return getHeader()->isBound(); }
+
+void oaRef::setOrigin(const oaPoint &origin) {
+  const DesignRow at = designRow(this, kInstTable);
+  at.design.insts.origin.set(at.row, origin);
+  instsChanged(at.design);
+}
+
+void oaRef::setOrient(oaOrient orient) {
+  const DesignRow at = designRow(this, kInstTable);
+  at.design.insts.orient.set(at.row, static_cast<std::uint8_t>(orient));
+  instsChanged(at.design);
+}
+
+void oaRef::setTransform(const oaTransform &xform) {
+  setOrigin(xform.offset());
+  setOrient(xform.orient());
+}
+
+} // namespace OpenAccess_4

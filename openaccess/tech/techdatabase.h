@@ -1,0 +1,186 @@
+#ifndef OAKIT_TECHDATABASE_H
+#define OAKIT_TECHDATABASE_H
+
+#include "oa/oaTechTypes.h"
+#include "oa/oaViaParam.h"
+#include "opendatabase.h"
+#include "viaparamtable.h"
+
+#include <string>
+#include <unordered_map>
+
+namespace OpenAccess_4 {
+
+class oaTech;
+class oaTechObject;
+
+namespace kit {
+
+class Library;
+
+// Part of the file format: never changed, never used again.
+enum TechTableId : std::uint16_t {
+  kTechAttributesTable = 15,
+  kUnitsTable = 16,
+  kLayerTable = 17,
+  kPurposeTable = 18,
+  kViaDefTable = 19,
+  kStdViaDefTable = 20,
+  kCustomViaDefTable = 21,
+  kTechMissingCutTable = 22,
+  kTechReferenceTable = 23, // kept for references to other technologies
+};
+
+class TechAttributesTable : public Table { // one row
+public:
+  explicit TechAttributesTable(Database &database);
+  Column<std::uint8_t> kind{*this, 1, "kind"};
+  Column<std::uint8_t> isGridSet{*this, 2, "isGridSet"};
+  Column<std::uint32_t> gridDbu{*this, 3, "gridDbu"};
+  Column<Row> processFamily{*this, 4, "processFamily", kNoRow};
+};
+
+// A row for each view type whose units were ever set.
+class UnitsTable : public Table {
+public:
+  explicit UnitsTable(Database &database);
+  Column<std::uint8_t> kind{*this, 1, "kind"};
+  Column<std::uint32_t> viewType{*this, 2, "viewType"}; // oaReservedViewTypeEnum
+  Column<std::uint32_t> dbuPerUU{*this, 3, "dbuPerUU"}; // 0: not set
+  Column<std::uint8_t> userUnits{*this, 4, "userUnits"};
+  Column<std::uint8_t> isUserUnitsSet{*this, 5, "isUserUnitsSet"};
+};
+
+class LayerTable : public Table {
+public:
+  explicit LayerTable(Database &database);
+  Column<std::uint8_t> kind{*this, 1, "kind"};
+  Column<Row> name{*this, 2, "name", kNoRow};
+  Column<oaLayerNum> number{*this, 3, "number"};
+  // Physical layers.
+  Column<std::uint8_t> material{*this, 4, "material"};
+  Column<std::uint8_t> routingDirection{*this, 5, "routingDirection"};
+  Column<std::uint32_t> maskNumber{*this, 6, "maskNumber", oacUnsetMaskNumber};
+  Column<std::uint8_t> isGridSet{*this, 7, "isGridSet"};
+  Column<std::uint32_t> gridDbu{*this, 8, "gridDbu"};
+  // Derived layers: numbers of the two others.
+  Column<oaLayerNum> layer1{*this, 9, "layer1"};
+  Column<oaLayerNum> layer2{*this, 10, "layer2"};
+  Column<std::uint8_t> operation{*this, 11, "operation"};
+};
+
+class PurposeTable : public Table {
+public:
+  explicit PurposeTable(Database &database);
+  Column<std::uint8_t> kind{*this, 1, "kind"};
+  Column<Row> name{*this, 2, "name", kNoRow};
+  Column<oaPurposeNum> number{*this, 3, "number"};
+};
+
+class ViaDefTable : public Table {
+public:
+  explicit ViaDefTable(Database &database);
+  Column<std::uint8_t> kind{*this, 1, "kind"};
+  Column<Row> name{*this, 2, "name", kNoRow};
+  Column<oaLayerNum> layer1{*this, 3, "layer1"};
+  Column<oaLayerNum> layer2{*this, 4, "layer2"};
+  Column<float> resistancePerCut{*this, 5, "resistancePerCut"};
+  // Row of the table for standard or custom definitions.
+  Column<Row> payload{*this, 6, "payload", kNoRow};
+};
+
+class StdViaDefTable : public Table {
+public:
+  explicit StdViaDefTable(Database &database);
+  Column<ViaParamValues> params{*this, 1, "params"};
+  Column<oaLayerNum> implant1{*this, 2, "implant1"};
+  Column<oaLayerNum> implant2{*this, 3, "implant2"};
+  Column<std::uint8_t> implants{*this, 4, "implants"}; // bits: 1 has implant1, 2 has implant2
+};
+
+class CustomViaDefTable : public Table {
+public:
+  explicit CustomViaDefTable(Database &database);
+  // Native texts.
+  Column<Row> lib{*this, 1, "lib", kNoRow};
+  Column<Row> cell{*this, 2, "cell", kNoRow};
+  Column<Row> view{*this, 3, "view", kNoRow};
+};
+
+// An open technology.
+class TechDatabase : public OpenDatabase {
+public:
+  explicit TechDatabase(DatabasePlace place);
+
+  TechAttributesTable attributes{*this};
+  UnitsTable units{*this};
+  LayerTable layers{*this};
+  PurposeTable purposes{*this};
+  ViaDefTable viaDefs{*this};
+  StdViaDefTable stdViaDefs{*this};
+  CustomViaDefTable customViaDefs{*this};
+  MissingCutTable missingCuts{*this, kTechMissingCutTable};
+
+  oaTech *object();
+  static TechDatabase &of(const oaTechObject *object);
+  static OpenRegistry<TechDatabase> &registry();
+  static const OpenErrorIds &errorIdsOfLayer();
+
+  // kNoRow when there is none.
+  Row findLayer(const std::string &name);
+  Row findLayer(oaLayerNum number);
+  Row findPurpose(const std::string &name);
+  Row findPurpose(oaPurposeNum number);
+  Row findViaDef(const std::string &name);
+  // Raise the API's errors for names and numbers in use.
+  Row addLayer(oaTypeEnum type, const std::string &name, oaLayerNum number);
+  Row addPurpose(const std::string &name, oaPurposeNum number);
+  Row addViaDef(oaTypeEnum type, const std::string &name, oaLayerNum layer1, oaLayerNum layer2);
+  void renameLayer(Row row, const std::string &name);
+  void renumberLayer(Row row, oaLayerNum number);
+  // With the derived layers and via definitions that use it.
+  void destroyLayer(Row row);
+  void renamePurpose(Row row, const std::string &name);
+  void renumberPurpose(Row row, oaPurposeNum number);
+
+  // The row of the units table for a view type, kNoRow when nothing was set.
+  Row findUnits(Row viewType);
+  Row getUnits(Row viewType);
+
+protected:
+  void initialiseNew() override;
+  void afterLoad() override;
+  void rowIsGoing(Table &table, Row row) override;
+  void contentsChanged() override;
+
+private:
+  void addReservedPurposes();
+  void buildIndexes();
+  void checkLayerName(const std::string &name);
+  void checkLayerNumber(oaLayerNum number);
+  void destroyUsersOfLayer(oaLayerNum number);
+
+  bool areIndexesBuilt_ = false;
+  NameIndex layersByName_, purposesByName_, viaDefsByName_;
+  std::unordered_map<oaLayerNum, Row> layersByNumber_;
+  std::unordered_map<oaPurposeNum, Row> purposesByNumber_;
+};
+
+// Units that hold where nothing was set. `viewType` is a row of ViewTypes; raises oacInvalidTechViewType unless it is a design type.
+oaUInt4 defaultDbuPerUU(Row viewType);
+oaUserUnitsTypeEnum defaultUserUnits(Row viewType);
+// Of a technology, or the default where it says nothing or is NULL.
+oaUInt4 dbuPerUU(TechDatabase *tech, Row viewType);
+oaUserUnitsTypeEnum userUnits(TechDatabase *tech, Row viewType);
+
+// The technology that a library uses, through its attachments, open in any mode. NULL when it is not open.
+TechDatabase *findTech(Library &library);
+// The same; opens it for reading when it is not open, and takes a reference, which releaseTech() gives back. NULL, never an exception,
+// when there is none or it cannot be read.
+TechDatabase *acquireTech(Library &library);
+void releaseTech(TechDatabase &tech);
+
+} // namespace kit
+} // namespace OpenAccess_4
+
+#endif

@@ -1,0 +1,3 @@
+tarnwickdale_test(host_render_test
+  SOURCES render_test.cpp renderlayermap_test.cpp
+  LIBRARIES host_core)
