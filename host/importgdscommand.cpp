@@ -11,6 +11,7 @@
 #include <CLI/CLI.hpp>
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 
 #include <memory>
 #include <set>
@@ -115,7 +116,9 @@ public:
     ImportReport report;
     // Everything that makes the file unusable is found here, before the library is made.
     const GdsIndex index(parser, scale, report);
-    if (!isKnown)
+    if (isKnown)
+      tellReplaced(index);
+    else
       createLibrary();
     MappedLayoutWriter writer(session_, lib_, map_);
     GdsImporter importer(parser, index, scale, metresPerDbu, writer, report);
@@ -153,6 +156,22 @@ private:
   double libraryMetresPerDbu() {
     const double found = probeMetresPerDbu(session_, lib_, kView);
     return found > 0 ? found : kNewLibraryMetresPerDbu;
+  }
+
+  void tellReplaced(const GdsIndex &index) {
+    const QStringList present = session_.core().getCellNames(lib_);
+    const QSet<QString> cells(present.begin(), present.end());
+    QStringList replaced;
+    for (const GdsStructure &structure : index.structures()) {
+      const QString name = QString::fromLatin1(structure.name);
+      if (structure.isDefined() && cells.contains(name))
+        replaced.append(name);
+    }
+    if (!replaced.isEmpty()) {
+      tellUser(
+          QStringLiteral("library %1: the layouts of %2 that it has already are replaced (first: %3)")
+              .arg(lib_, counted(static_cast<quint64>(replaced.size()), QStringLiteral("cell")), replaced.first()));
+    }
   }
 
   void tell(const ImportReport &report, const MappedLayoutWriter &writer) const {

@@ -87,6 +87,8 @@ QString PluginSession::requireView(const QString &lib, const QString &cell, cons
 }
 
 void PluginSession::onReportError(const QString &message, int severity, const QString &detail) {
+  if (areReportsIgnored_)
+    return;
   constexpr int kErrorSeverity = 1;
   if (severity <= kErrorSeverity)
     ++reportedErrors_;

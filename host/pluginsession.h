@@ -35,6 +35,10 @@ public:
   // 1 when the plug-in has complained about anything, else 0.
   int exitCode();
 
+  // While true, reports of the plug-in are neither shown nor counted: for a look at something that the user did not ask
+  // for.
+  void setReportsIgnored(bool ignored) { areReportsIgnored_ = ignored; }
+
   // Writes to the process's standard output.
   void writeOutput(const QByteArray &bytes);
 
@@ -54,6 +58,7 @@ private:
   QObject *object_ = nullptr;
   oaPlugInCore *core_ = nullptr;
   int reportedErrors_ = 0;
+  bool areReportsIgnored_ = false;
 };
 
 #endif

@@ -28,6 +28,8 @@ private:
 
 double probeMetresPerDbu(PluginSession &session, const QString &lib, const QString &view) {
   UnitsListener listener(session.object(), session.core());
+  // Faults of that cell, such as a missing master, are none of the caller's.
+  session.setReportsIgnored(true);
   for (const QString &cell : session.core().getCellNames(lib)) {
     if (session.core().getViewType(lib, cell, view).isEmpty())
       continue;
@@ -35,6 +37,7 @@ double probeMetresPerDbu(PluginSession &session, const QString &lib, const QStri
     if (listener.metresPerDbu() > 0)
       break;
   }
+  session.setReportsIgnored(false);
   session.synchronise();
   return listener.metresPerDbu();
 }

@@ -25,8 +25,8 @@ void checkSameLibrary(const oaCell *cell, const oaView *view) {
   const LibraryStructure &ofCell = LibraryStructure::of(cell);
   const LibraryStructure &ofView = LibraryStructure::of(view);
   if (&ofCell != &ofView) {
-    raiseDM(oacCellViewNotInSameLib, "the cell is in library " + ofCell.library().label() + ", the view in library " +
-                                         ofView.library().label());
+    raiseDM(oacCellViewNotInSameLib,
+            "the cell is in library " + ofCell.library().label() + ", the view in library " + ofView.library().label());
   }
 }
 
@@ -63,8 +63,8 @@ oaDMFile *oaCellView::getPrimary() const {
   LibraryStructure &structure = LibraryStructure::of(this);
   const Row row = kit::rowOf(this);
   const std::uint16_t table = structure.cellViews().id();
-  return static_cast<oaDMFile *>(
-      static_cast<oaObject *>(structure.files().handle(structure.findFile(table, row, structure.cellView(row).primaryFile))));
+  return static_cast<oaDMFile *>(static_cast<oaObject *>(
+      structure.files().handle(structure.findFile(table, row, structure.cellView(row).primaryFile))));
 }
 
 oaCellView *oaCellView::find(const oaCell *cell, const oaView *view) {
@@ -96,7 +96,8 @@ oaCellView *oaCellView::get(const oaCell *cell, const oaView *view) {
 oaCellView *oaCellView::get(const oaLib *lib, const oaScalarName &cellName, const oaScalarName &viewName,
                             const oaViewType *viewType) {
   kit::Library &library = kit::Libraries::of(lib);
-  const Row row = getCellView(library, kit::diskName(cellName), kit::diskName(viewName), kit::ViewTypes::rowOfType(viewType));
+  const Row row =
+      getCellView(library, kit::diskName(cellName), kit::diskName(viewName), kit::ViewTypes::rowOfType(viewType));
   return cellViewObject(library.structure(), row);
 }
 

@@ -61,7 +61,8 @@ std::vector<std::string> listDirectory(const std::string &path, unsigned type, A
   return names;
 }
 
-// The file that master.tag names: its first line that is no comment. Empty when there is none, or when it leads elsewhere.
+// The file that master.tag names: its first line that is no comment. Empty when there is none, or when it leads
+// elsewhere.
 std::string fileOfMasterTag(const std::string &directory) {
   const std::string path = directory + "/" + kMasterTagFile;
   if (!isRegularFile(path) || fileSizeBytes(path) > kMasterTagLimitBytes) {

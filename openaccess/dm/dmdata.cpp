@@ -61,7 +61,9 @@ void oaDMData::purge() { ManagementData::registry().remove(ManagementData::of(th
 void oaDMData::save() { ManagementData::of(this).save(); }
 void oaDMData::reopen(oaChar mode) { ManagementData::of(this).reopen(mode); }
 void oaDMData::revert() { ManagementData::of(this).revert(); }
-void oaDMData::getLibName(oaScalarName &libName) const { kit::nameFromDisk(ManagementData::of(this).owner().library, libName); }
+void oaDMData::getLibName(oaScalarName &libName) const {
+  kit::nameFromDisk(ManagementData::of(this).owner().library, libName);
+}
 void oaDMData::getLibName(const oaNameSpace &ns, oaString &libName) const {
   kit::nameFromDisk(ManagementData::of(this).owner().library, ns, libName);
 }
@@ -144,8 +146,8 @@ oaCellViewDMData *oaCellViewDMData::open(const oaScalarName &libName, const oaSc
   const kit::Row wanted = kit::ViewTypes::rowOfType(viewType);
   if (found != wanted) {
     raiseDM(oacMismatchViewType, place.label + ": the cell view has the view type " +
-                                     (found == kit::kNoRow ? std::string("none") : types.nameOf(found)) + ", expected " +
-                                     types.nameOf(wanted));
+                                     (found == kit::kNoRow ? std::string("none") : types.nameOf(found)) +
+                                     ", expected " + types.nameOf(wanted));
   }
   return objectOf<oaCellViewDMData>(&ManagementData::open(owner, mode));
 }
@@ -158,10 +160,12 @@ oaCellViewDMData *oaCellViewDMData::find(const oaScalarName &libName, const oaSc
                                          const oaScalarName &viewName) {
   return objectOf<oaCellViewDMData>(ManagementData::find(cellViewOwner(libName, cellName, viewName)));
 }
-oaBoolean oaCellViewDMData::exists(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName) {
+oaBoolean oaCellViewDMData::exists(const oaScalarName &libName, const oaScalarName &cellName,
+                                   const oaScalarName &viewName) {
   return ManagementData::exists(cellViewOwner(libName, cellName, viewName));
 }
-void oaCellViewDMData::destroy(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName) {
+void oaCellViewDMData::destroy(const oaScalarName &libName, const oaScalarName &cellName,
+                               const oaScalarName &viewName) {
   ManagementData::destroy(cellViewOwner(libName, cellName, viewName));
 }
 

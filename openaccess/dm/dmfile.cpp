@@ -76,8 +76,8 @@ void oaDMFile::destroy() { LibraryStructure::of(this).library().structure(true).
 oaDMContainer *oaDMFile::getParent() const {
   LibraryStructure &structure = LibraryStructure::of(this);
   const LibraryStructure::File &file = structure.file(kit::rowOf(this));
-  oaObject *parent = file.ownerTable == 0 ? structure.library().handle()
-                                          : structure.table(file.ownerTable)->handle(file.owner);
+  oaObject *parent =
+      file.ownerTable == 0 ? structure.library().handle() : structure.table(file.ownerTable)->handle(file.owner);
   return static_cast<oaDMContainer *>(parent);
 }
 
@@ -115,7 +115,9 @@ oaDMFile *oaDMFile::find(const oaDMContainer *parent, const oaString &name) {
   return fileObject(structure, structure.findFile(place.table, place.row, std::string(name)));
 }
 
-oaDMFile *oaDMFile::create(const oaDMContainer *parent, const oaString &name) { return createFile(parent, name, nullptr); }
+oaDMFile *oaDMFile::create(const oaDMContainer *parent, const oaString &name) {
+  return createFile(parent, name, nullptr);
+}
 
 oaDMFile *oaDMFile::create(const oaDMContainer *parent, const oaString &name, const oaString &srcPath) {
   const std::string source(srcPath);

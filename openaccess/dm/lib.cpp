@@ -38,7 +38,9 @@ std::string libraryDiskName(const oaScalarName &name) {
 void setAttributes(kit::LibraryFile &file, const oaDMAttrArray &attributes, const std::string &label) {
   for (oaUInt4 i = 0; i < attributes.getNumElements(); ++i) {
     const std::string name(attributes[i].getName());
-    const auto isNameCharacter = [](unsigned char c) { return std::isalnum(c) != 0 || c == '_' || c == '-' || c == '.'; };
+    const auto isNameCharacter = [](unsigned char c) {
+      return std::isalnum(c) != 0 || c == '_' || c == '-' || c == '.';
+    };
     if (name.empty() || !std::all_of(name.begin(), name.end(), isNameCharacter)) {
       raiseDM(oacLibDataFileSyntaxError, "library " + label + ": \"" + name +
                                              "\" is no attribute name; letters, digits, '_', '-' and '.' are allowed");
@@ -109,7 +111,8 @@ oaBoolean oaLib::isWritable() const { return Libraries::of(this).isWritable(); }
 oaBoolean oaLib::getAccess(oaLibAccess accessType, oaUInt4 timeout) {
   Library &library = Libraries::of(this);
   if (accessType == oacWriteLibAccess && library.access().level() == oacNoLibAccessLevel && !library.isWritable()) {
-    raiseDM(oacNoWriteAccessOnReadOnlyLib, "library " + library.label() + " at " + library.fullPath() + ": is read-only");
+    raiseDM(oacNoWriteAccessOnReadOnlyLib,
+            "library " + library.label() + " at " + library.fullPath() + ": is read-only");
   }
   return library.access().acquire(accessType, timeout * 1000ULL);
 }
@@ -158,8 +161,8 @@ oaLib *oaLib::create(const oaScalarName &name, const oaString &libPath, oaLibMod
     raiseDM(oacLibNameExists, "library " + label + ": a library of that name is open already");
   }
   if (dmSystem != "oaDMSystem" && dmSystem != "oaDMFileSys") {
-    raiseDM(oacFailedToGetDMInterface, "library " + label + ": the system " + std::string(dmSystem) +
-                                           " is not available; use oaDMFileSys");
+    raiseDM(oacFailedToGetDMInterface,
+            "library " + label + ": the system " + std::string(dmSystem) + " is not available; use oaDMFileSys");
   }
   if (libPath.isEmpty()) {
     raiseDM(oacLibCouldNotCreate, "library " + label + ": no directory is given");
@@ -183,9 +186,7 @@ oaLib *oaLib::create(const oaScalarName &name, const oaString &libPath, oaLibMod
 }
 
 oaLib *oaLib::open(const oaScalarName &name, const oaString &libPath, const oaString &writePath, oaLibMode mode) {
-  return Libraries::instance()
-      .open(libraryDiskName(name), std::string(libPath), std::string(writePath), mode)
-      .handle();
+  return Libraries::instance().open(libraryDiskName(name), std::string(libPath), std::string(writePath), mode).handle();
 }
 
 oaLib *oaLib::find(const oaScalarName &name) {
@@ -198,6 +199,8 @@ oaBoolean oaLib::exists(const oaString &libPath) {
   return !path.empty() && kit::isDirectory(path) && ::access((path + "/" + kit::kLibraryFile).c_str(), F_OK) == 0;
 }
 
-oaCollection<oaLib, oaLib> oaLib::getOpenLibs() { return kit::wholeTable<oaCollection<oaLib, oaLib>>(Libraries::instance()); }
+oaCollection<oaLib, oaLib> oaLib::getOpenLibs() {
+  return kit::wholeTable<oaCollection<oaLib, oaLib>>(Libraries::instance());
+}
 
 } // namespace OpenAccess_4

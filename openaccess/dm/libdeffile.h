@@ -8,7 +8,8 @@
 //     ASSIGN name attribute value      libMode (shared, nonShared, readOnly), writePath, or anything else
 //     # comment                        at the start of a line, or after a statement when a blank follows the '#'
 //
-// A path is the rest of its line, so it may hold blanks. Relative paths start at the directory of the file that holds them.
+// A path is the rest of its line, so it may hold blanks. Relative paths start at the directory of the file that holds
+// them.
 
 #include <string>
 #include <utility>
@@ -38,12 +39,12 @@ constexpr std::size_t kLibDefLimitBytes = 16 * 1024 * 1024;
 
 LibDefText parseLibDefs(const std::string &text);
 
-// Whether a path or value survives being written and read again: not empty, no line ends or other control characters, no blanks at
-// either end, no "# ".
+// Whether a path or value survives being written and read again: not empty, no line ends or other control characters,
+// no blanks at either end, no "# ".
 bool isWritableLibDefValue(const std::string &value);
 
-// Replaces $NAME and ${NAME}, "~" and "~user" by what the environment and the user table say. Returns false and the name in `unknown`
-// when there is no such variable or user.
+// Replaces $NAME and ${NAME}, "~" and "~user" by what the environment and the user table say. Returns false and the
+// name in `unknown` when there is no such variable or user.
 bool expandLibDefPath(const std::string &path, std::string &expanded, std::string &unknown);
 
 } // namespace kit

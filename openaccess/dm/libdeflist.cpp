@@ -29,13 +29,17 @@ public:
     if (!question.table->isAlive(question.owner)) {
       return nullptr;
     }
-    const std::vector<LibDefList::Entry> &entries = static_cast<LibDefLists *>(question.table)->list(question.owner).entries;
-    // `hint` is the place behind the member returned last. When that one was destroyed, the next has moved up to its place.
+    const std::vector<LibDefList::Entry> &entries =
+        static_cast<LibDefLists *>(question.table)->list(question.owner).entries;
+    // `hint` is the place behind the member returned last. When that one was destroyed, the next has moved up to its
+    // place.
     std::size_t place = hint;
     if (position != kNoRow && (place == 0 || place > entries.size() || entries[place - 1].member != position)) {
       const auto found = std::find_if(entries.begin(), entries.end(),
                                       [&](const LibDefList::Entry &entry) { return entry.member == position; });
-      place = found != entries.end() ? static_cast<std::size_t>(found - entries.begin()) + 1 : place == 0 ? 0 : place - 1;
+      place = found != entries.end() ? static_cast<std::size_t>(found - entries.begin()) + 1
+              : place == 0           ? 0
+                                     : place - 1;
     }
     while (place < entries.size() && entries[place].member == kNoRow) {
       ++place;
@@ -108,7 +112,8 @@ void oaLibDefList::open() {
 
 void oaLibDefList::save() {
   if (listOf(this).mode == 'r') {
-    raiseDM(oacSaveReadOnlyLibDefList, "file " + listOf(this).fullPath + ": its list is open for reading and cannot be saved");
+    raiseDM(oacSaveReadOnlyLibDefList,
+            "file " + listOf(this).fullPath + ": its list is open for reading and cannot be saved");
   }
   LibDefObservers &observers = LibDefObservers::instance();
   observers.tell([this](LibDefObservers::Observer &observer) { observer.onPreSave(this); });
@@ -137,7 +142,7 @@ void oaLibDefList::destroy() {
 oaCollection<oaLibDefListMem, oaLibDefList> oaLibDefList::getMembers() const {
   static const MembersOfList kind;
   return kit::CollectionAccess::make<oaCollection<oaLibDefListMem, oaLibDefList>>(kind, &LibDefLists::instance(),
-                                                                                 LibDefLists::rowOf(this));
+                                                                                  LibDefLists::rowOf(this));
 }
 
 void oaLibDefList::openLibs() {

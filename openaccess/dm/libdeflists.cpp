@@ -210,14 +210,15 @@ void LibDefLists::takeOver(Row row, LibDefText text) {
       break;
     }
     case LibDefStatement::Kind::assign: {
-      const auto defined = std::find_if(into.entries.rbegin(), into.entries.rend(), [&](const LibDefList::Entry &entry) {
-        return entry.member != kNoRow && members.member(entry.member).libName == statement.name;
-      });
+      const auto defined =
+          std::find_if(into.entries.rbegin(), into.entries.rend(), [&](const LibDefList::Entry &entry) {
+            return entry.member != kNoRow && members.member(entry.member).libName == statement.name;
+          });
       if (defined != into.entries.rend()) {
         assign(members.member(defined->member), statement);
       } else {
-        into.orphans.push_back("file " + into.fullPath + " line " + std::to_string(statement.line) + ": ASSIGN for library " +
-                               statement.name + ", which is not defined above it");
+        into.orphans.push_back("file " + into.fullPath + " line " + std::to_string(statement.line) +
+                               ": ASSIGN for library " + statement.name + ", which is not defined above it");
         into.entries.push_back({kNoRow, std::move(statement.raw)});
       }
       break;
@@ -269,8 +270,8 @@ void LibDefLists::takeInAdditions(Row row) {
   LibDefMembers &members = LibDefMembers::instance();
   LibDefText text = parseLibDefs(readSmallFile(into.fullPath, kLibDefLimitBytes));
   if (!text.error.empty()) {
-    raiseDM(oacLibDefListFileNotWritable, "file " + into.fullPath + " was changed since it was read, and is not written over: " +
-                                              text.error);
+    raiseDM(oacLibDefListFileNotWritable,
+            "file " + into.fullPath + " was changed since it was read, and is not written over: " + text.error);
   }
   std::set<std::string> present = into.knownInFile;
   for (const Row member : into.memberRows()) {

@@ -1,8 +1,8 @@
 #ifndef OAKIT_LIBDEFLISTS_H
 #define OAKIT_LIBDEFLISTS_H
 
-// The library definition lists of the session and their members. A list keeps the lines of its file: what is not changed is written back
-// as it was, comments included.
+// The library definition lists of the session and their members. A list keeps the lines of its file: what is not
+// changed is written back as it was, comments included.
 
 #include "libdeffile.h"
 #include "oa/oaDMTypes.h"

@@ -109,8 +109,9 @@ bool LibDefLoader::include(Row listRow, Row memberRow) {
   }
   const std::string place = realPath(path);
   if (isInChain(place) || chain_.size() >= kMaxDepth) {
-    const std::string message = where + (isInChain(place) ? "includes " + path + ", which includes this file"
-                                                          : "includes are nested deeper than " + std::to_string(kMaxDepth));
+    const std::string message =
+        where + (isInChain(place) ? "includes " + path + ", which includes this file"
+                                  : "includes are nested deeper than " + std::to_string(kMaxDepth));
     if (isStrict_) {
       raiseDM(oacLibDefFileRecursiveInclude, message);
     }
@@ -125,7 +126,8 @@ bool LibDefLoader::include(Row listRow, Row memberRow) {
   try {
     lists.read(included);
   } catch (const LibDefFileError &error) {
-    warn(error.isSyntax ? included : listRow, error.isSyntax ? error.message : where + "cannot include: " + error.message,
+    warn(error.isSyntax ? included : listRow,
+         error.isSyntax ? error.message : where + "cannot include: " + error.message,
          error.isSyntax ? oacSyntaxErrorLibDefListWarning : oacCannotOpenIncludeLibDefListWarning);
     if (known == kNoRow) {
       lists.destroy(included);

@@ -10,18 +10,19 @@
 namespace OpenAccess_4 {
 namespace kit {
 
-// Where openLibs() without a path reads: ./lib.defs, $HOME/lib.defs, data/lib.defs or data/libraries/lib.defs of the installation. Empty
-// when none of them exists.
+// Where openLibs() without a path reads: ./lib.defs, $HOME/lib.defs, data/lib.defs or data/libraries/lib.defs of the
+// installation. Empty when none of them exists.
 std::string defaultLibDefPath();
 
-// Reads a list with its includes and opens the libraries they define. Every file is read once, however often it is included.
+// Reads a list with its includes and opens the libraries they define. Every file is read once, however often it is
+// included.
 class LibDefLoader {
 public:
   // `isStrict`: raises what otherwise is a warning about paths and recursion.
   explicit LibDefLoader(bool isStrict = false) : isStrict_(isStrict) {}
 
-  // Reads the file, unless its contents are known, and everything it includes. False when there was a syntax error: nothing may be opened
-  // then. The list's own file must be readable; throws LibDefFileError when it is not.
+  // Reads the file, unless its contents are known, and everything it includes. False when there was a syntax error:
+  // nothing may be opened then. The list's own file must be readable; throws LibDefFileError when it is not.
   bool readHierarchy(Row top);
   // The same for a list as it is in memory; only includes are read.
   bool readIncludesOf(Row top);

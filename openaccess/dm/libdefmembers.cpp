@@ -30,9 +30,10 @@ LibDefMember &changing(const oaLibDefListMem *object) {
 // Raises when `value` could not be read back from the file.
 void checkValue(const std::string &value, const std::string &what) {
   if (!kit::isWritableLibDefValue(value)) {
-    raiseDM(oacInvalidLibDefListMemCreate, what + " \"" + value.substr(0, 200) +
-                                               "\" cannot be written in a library definition file: it must not be empty, "
-                                               "hold line ends or \"# \", or begin or end with a blank");
+    raiseDM(oacInvalidLibDefListMemCreate,
+            what + " \"" + value.substr(0, 200) +
+                "\" cannot be written in a library definition file: it must not be empty, "
+                "hold line ends or \"# \", or begin or end with a blank");
   }
 }
 
@@ -143,8 +144,9 @@ void oaLibDef::addLibAttribute(const oaString &attrName, const oaString &attrVal
 void oaLibDef::removeLibAttribute(const oaString &attrName) {
   const std::string name(attrName);
   auto &attributes = changing(this).attributes;
-  attributes.erase(std::remove_if(attributes.begin(), attributes.end(), [&](const auto &entry) { return entry.first == name; }),
-                   attributes.end());
+  attributes.erase(
+      std::remove_if(attributes.begin(), attributes.end(), [&](const auto &entry) { return entry.first == name; }),
+      attributes.end());
 }
 
 oaLibDef *oaLibDef::create(oaLibDefList *defList, const oaScalarName &libName, const oaString &libPath,
@@ -213,7 +215,8 @@ oaLibDefListRef *oaLibDefListRef::create(oaLibDefList *libList, const oaString &
 
 oaLibDefListRef *oaLibDefListRef::find(const oaLibDefList *defList, const oaString &refListPath) {
   const std::string path(refListPath);
-  const Row row = findMember(defList, [&](const LibDefMember &member) { return member.libName.empty() && member.path == path; });
+  const Row row =
+      findMember(defList, [&](const LibDefMember &member) { return member.libName.empty() && member.path == path; });
   return row == kNoRow ? nullptr : memberObject<oaLibDefListRef>(row);
 }
 

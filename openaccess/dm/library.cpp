@@ -53,7 +53,8 @@ void Library::endAccess() {
 LibraryStructure &Library::structure(bool forWriting) {
   const oaLibAccessLevelEnum level = access_.level();
   if (level == oacNoLibAccessLevel || (forWriting && level != oacWriteLibAccessLevel)) {
-    raiseDM(oacLibAccessDenied, "library " + label_ + ": " + (forWriting ? "write" : "read") + " access is needed, and " +
+    raiseDM(oacLibAccessDenied, "library " + label_ + ": " + (forWriting ? "write" : "read") +
+                                    " access is needed, and " +
                                     (level == oacNoLibAccessLevel ? "none" : "only read access") + " is held");
   }
   return *structure_;
@@ -93,8 +94,8 @@ Library &Libraries::open(const std::string &diskName, const std::string &path, c
     raiseDM(oacLibCouldNotOpen, "library " + nativeText(diskName) + ": there is no directory " + fullPath);
   }
   if (::access((fullPath + "/" + kLibraryFile).c_str(), F_OK) != 0) {
-    raiseDM(oacLibCouldNotOpen, "library " + nativeText(diskName) + ": directory " + fullPath + " is no library; it has no file " +
-                                    kLibraryFile);
+    raiseDM(oacLibCouldNotOpen, "library " + nativeText(diskName) + ": directory " + fullPath +
+                                    " is no library; it has no file " + kLibraryFile);
   }
   // The row exists only when reading `.oalib` went well; a row that was given out is never used again.
   const Row row = rowCount();

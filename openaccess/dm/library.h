@@ -1,8 +1,8 @@
 #ifndef OAKIT_LIBRARY_H
 #define OAKIT_LIBRARY_H
 
-// The open libraries of the session. What stands for the structure of one (cells, views, files) lives in LibraryStructure, and only while
-// access is held.
+// The open libraries of the session. What stands for the structure of one (cells, views, files) lives in
+// LibraryStructure, and only while access is held.
 
 #include "libraryaccess.h"
 #include "libraryfile.h"
@@ -71,7 +71,8 @@ public:
   Library *find(const std::string &diskName) const;
   // NULL for a name that cannot be a library's, too.
   Library *find(const oaScalarName &name) const;
-  // The directory must hold `.oalib`. Raises oacCannotOpenOpenedLib, oacLibCouldNotOpen, oacFailedToGetDMInterface, and what reading
+  // The directory must hold `.oalib`. Raises oacCannotOpenOpenedLib, oacLibCouldNotOpen, oacFailedToGetDMInterface, and
+  // what reading
   // `.oalib` raises. Relative paths start at the working directory.
   Library &open(const std::string &diskName, const std::string &path, const std::string &writePath, oaLibModeEnum mode);
   // Drops all access.

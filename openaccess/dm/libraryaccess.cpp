@@ -14,7 +14,8 @@ LibraryAccess::LibraryAccess(std::string libraryFilePath, std::string label)
 bool LibraryAccess::acquire(oaLibAccessEnum kind, unsigned long long timeoutMs) {
   if (level_ == oacReadLibAccessLevel && kind == oacWriteLibAccess) {
     raiseDM(oacLibAccessCannotUpgrade,
-            "library " + label_ + ": write access is asked for while this process holds read access; release that first");
+            "library " + label_ +
+                ": write access is asked for while this process holds read access; release that first");
   }
   if (level_ == oacNoLibAccessLevel) {
     const FileLock::Kind lockKind = kind == oacWriteLibAccess ? FileLock::Kind::exclusive : FileLock::Kind::shared;
@@ -50,7 +51,8 @@ void LibraryAccess::releaseAll() {
 }
 
 void LibraryAccess::followReplacedFile() {
-  // Somebody else may hold the new file for the instant since it appeared; with every other process the old lock still counts.
+  // Somebody else may hold the new file for the instant since it appeared; with every other process the old lock still
+  // counts.
   constexpr unsigned kLongestInstantMs = 5000;
   std::unique_ptr<FileLock> lock = FileLock::acquire(path_, FileLock::Kind::exclusive, kLongestInstantMs);
   if (lock) {

@@ -10,8 +10,8 @@
 namespace OpenAccess_4 {
 namespace kit {
 
-// The access of this process to one library: a kernel lock on `<library>/.oalib`, shared for reading and exclusive for writing, and a
-// count of how often it was granted. The lock is free as soon as this process is gone, however it went.
+// The access of this process to one library: a kernel lock on `<library>/.oalib`, shared for reading and exclusive for
+// writing, and a count of how often it was granted. The lock is free as soon as this process is gone, however it went.
 class LibraryAccess {
 public:
   LibraryAccess(std::string libraryFilePath, std::string label);
@@ -36,8 +36,8 @@ private:
   std::unique_ptr<FileLock> lock_;
 };
 
-// A save of another process holds the lock for an instant. That is not what a client means by "in use", so even a request that does not
-// want to wait lets such an instant pass.
+// A save of another process holds the lock for an instant. That is not what a client means by "in use", so even a
+// request that does not want to wait lets such an instant pass.
 constexpr unsigned kMomentMs = 100;
 
 } // namespace kit

@@ -138,7 +138,8 @@ std::string TagReader::decoded(const std::string &raw) {
 std::string encoded(const std::string &text) {
   std::string raw;
   for (const char c : text) {
-    const auto *entity = std::find_if(std::begin(kEntities), std::end(kEntities), [c](const auto &e) { return e.second == c; });
+    const auto *entity =
+        std::find_if(std::begin(kEntities), std::end(kEntities), [c](const auto &e) { return e.second == c; });
     raw += entity != std::end(kEntities) ? std::string(entity->first) : std::string(1, c);
   }
   return raw;
@@ -204,8 +205,8 @@ LibraryFile LibraryFile::parse(const std::string &text, const std::string &path)
 }
 
 std::string LibraryFile::toText() const {
-  std::string text = "<?xml version=\"1.0\" encoding=\"utf-8\" ?>\n\n<Library DMSystem=\"" + encoded(dmSystem) + "\">\n    <" +
-                     dmSystem;
+  std::string text = "<?xml version=\"1.0\" encoding=\"utf-8\" ?>\n\n<Library DMSystem=\"" + encoded(dmSystem) +
+                     "\">\n    <" + dmSystem;
   for (const auto &[name, value] : attributes) {
     text += "\n        " + name + "=\"" + encoded(value) + "\"";
   }

@@ -15,7 +15,8 @@ namespace kit {
 //         <oaDMFileSys libReadOnly="No" origFileSystem="Unix"/>
 //     </Library>
 //
-// Reading is lenient: elements and attributes that it does not know are kept or passed over, missing ones have their defaults.
+// Reading is lenient: elements and attributes that it does not know are kept or passed over, missing ones have their
+// defaults.
 struct LibraryFile {
   std::string dmSystem = "oaDMFileSys";
   // Attributes of the inner element, in their order.

@@ -41,8 +41,7 @@ Row StructureTable::add() {
 
 LibraryStructure::LibraryStructure(Library &library)
     : Database(DatabaseKind::session, oacLibType), library_(library), cells_(*this, kCellTable, "cells", oacCellType),
-      views_(*this, kViewTable, "views", oacViewType),
-      cellViews_(*this, kCellViewTable, "cell views", oacCellViewType),
+      views_(*this, kViewTable, "views", oacViewType), cellViews_(*this, kCellViewTable, "cell views", oacCellViewType),
       files_(*this, kFileTable, "files", oacDMFileType) {}
 
 std::string LibraryStructure::label() const { return "library " + library_.label(); }
@@ -163,8 +162,9 @@ Row LibraryStructure::getCellView(const std::string &cellName, const std::string
   }
   const Row foundType = view(cellView(row).view).type;
   if (foundType != type) {
-    raiseDM(oacMismatchViewType, "cell view " + library_.label() + "/" + nativeText(cellName) + "/" + nativeText(viewName) +
-                                     ": has the view type " + types.nameOf(foundType) + ", expected " + types.nameOf(type));
+    raiseDM(oacMismatchViewType, "cell view " + library_.label() + "/" + nativeText(cellName) + "/" +
+                                     nativeText(viewName) + ": has the view type " + types.nameOf(foundType) +
+                                     ", expected " + types.nameOf(type));
   }
   return row;
 }

@@ -31,9 +31,10 @@ private:
   Column<std::uint8_t> kind_{*this, 1, "kind"};
 };
 
-// The cells, views, cell views and files of one library, as far as somebody has asked for them. A directory is read at most once in a
-// period of access: nobody else can change the library meanwhile, and what this process changes is noted here. When the period ends,
-// clear() makes all handles dead. The object itself lives as long as the process, so that a collection may outlive its library.
+// The cells, views, cell views and files of one library, as far as somebody has asked for them. A directory is read at
+// most once in a period of access: nobody else can change the library meanwhile, and what this process changes is noted
+// here. When the period ends, clear() makes all handles dead. The object itself lives as long as the process, so that a
+// collection may outlive its library.
 class LibraryStructure : public Database {
 public:
   struct Cell {

@@ -42,7 +42,8 @@ public:
   // Takes one reference off, and closes when it was the last.
   static void close(ManagementData &data);
 
-  // A string property of a library's management data, open or on disk; false when there is none. Never leaves the data open.
+  // A string property of a library's management data, open or on disk; false when there is none. Never leaves the data
+  // open.
   static bool libraryText(const std::string &library, const std::string &property, std::string &value);
   // Sets the property, or removes it (NULL), and saves.
   static void setLibraryText(const std::string &library, const std::string &property, const std::string *value);

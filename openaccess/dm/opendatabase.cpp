@@ -37,8 +37,8 @@ void BriefWriteAccess::check(Library &library, const OpenErrorIds &ids, const st
                                          ", but this process holds read access; release that first");
   }
   if (!library.isWritable()) {
-    ids.raise(ids.cannotGetWriteAccess, label + ": library " + library.label() + " at " + library.fullPath() +
-                                            " is read-only");
+    ids.raise(ids.cannotGetWriteAccess,
+              label + ": library " + library.label() + " at " + library.fullPath() + " is read-only");
   }
 }
 
@@ -64,10 +64,10 @@ void checkReplaceable(const std::string &path, const std::string &label) {
   if (got == 0 || (got == sizeof beginning && std::memcmp(beginning, kColumnFileMagic, sizeof beginning) == 0)) {
     return;
   }
-  const char *what = DatabaseImage::isLicensedKitFile(path) ? "was written by the licensed kit"
-                                                            : "is not a database of this kit";
-  raiseBase(oacInvalidDatabaseFile, label + ": file " + path + " " + what +
-                                        " and is not written over; move it away to start anew");
+  const char *what =
+      DatabaseImage::isLicensedKitFile(path) ? "was written by the licensed kit" : "is not a database of this kit";
+  raiseBase(oacInvalidDatabaseFile,
+            label + ": file " + path + " " + what + " and is not written over; move it away to start anew");
 }
 
 OpenDatabase::OpenDatabase(DatabaseKind kind, oaTypeEnum type, const OpenErrorIds &ids, DatabasePlace place)
@@ -259,7 +259,8 @@ std::unique_ptr<EditLock> OpenDatabase::newLock() const {
   return lock;
 }
 
-// Another process may replace the file between a look at it and loading it; then the stamp would belong to other contents.
+// Another process may replace the file between a look at it and loading it; then the stamp would belong to other
+// contents.
 void OpenDatabase::loadStable() {
   constexpr int kAttempts = 100;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {

@@ -1,18 +1,20 @@
 #ifndef OAKIT_OPENDATABASE_H
 #define OAKIT_OPENDATABASE_H
 
-// A database that is open on a file: a design, a technology, management data. What the three layers share: modes, reference count, edit
-// lock, upgrading, saving. States, by mode:
+// A database that is open on a file: a design, a technology, management data. What the three layers share: modes,
+// reference count, edit lock, upgrading, saving. States, by mode:
 //
 //   'r'       contents of the file; may be changed in memory; save() refuses; no lock is held.
 //   'a' 'A'   contents of the file, or empty when there was none; the edit lock is held. save() turns 'A' into 'a'.
-//   'w'       empty at first, whatever the file holds; the edit lock is held; the file changes only at save(), which makes it 'a'.
-//   's'       scratch: lives in memory only, has no file; save() refuses; no lock.
+//   'w'       empty at first, whatever the file holds; the edit lock is held; the file changes only at save(), which
+//   makes it 'a'. 's'       scratch: lives in memory only, has no file; save() refuses; no lock.
 //
-// The edit lock is a file beside the primary file, `<primary>.cdslck`, locked by the kernel for this process: it excludes a second
-// editor, not readers, and is free as soon as its owner dies. Reading needs no lock at all, since a save replaces the file as a whole.
+// The edit lock is a file beside the primary file, `<primary>.cdslck`, locked by the kernel for this process: it
+// excludes a second editor, not readers, and is free as soon as its owner dies. Reading needs no lock at all, since a
+// save replaces the file as a whole.
 //
-// A file that does not start with the signature of this kit is never written over, in no mode; empty files count as absent.
+// A file that does not start with the signature of this kit is never written over, in no mode; empty files count as
+// absent.
 
 #include "collection.h"
 #include "database.h"
@@ -33,11 +35,11 @@ class Library;
 // The message ids that differ from layer to layer.
 struct OpenErrorIds {
   void (*raise)(oaUInt4 id, const std::string &message); // raiseDM, raiseTech or raiseDesign
-  oaUInt4 undefinedMode;        // 1004, 2142, 3074: mode letter unknown
-  oaUInt4 doesNotExist;         // 1006, 2057, 3078: mode 'r', but no file or an empty one
-  oaUInt4 saveReadOnly;         // 1002, 2003, 3083
-  oaUInt4 saveScratch;          // 1003; 0 where there are no scratch databases
-  oaUInt4 cannotLock;           // 1453, 2011, 3079: another process edits it
+  oaUInt4 undefinedMode;                                 // 1004, 2142, 3074: mode letter unknown
+  oaUInt4 doesNotExist;                                  // 1006, 2057, 3078: mode 'r', but no file or an empty one
+  oaUInt4 saveReadOnly;                                  // 1002, 2003, 3083
+  oaUInt4 saveScratch;                                   // 1003; 0 where there are no scratch databases
+  oaUInt4 cannotLock;                                    // 1453, 2011, 3079: another process edits it
   oaUInt4 cannotGetWriteAccess; // 1459, 2052, 3087: the library is locked by another process, or read-only
   oaUInt4 hasReadNeedsWrite;    // 1460, 2053, 3088: this process holds read access to the library
   oaUInt4 libraryNotOpen;       // 1025, 2002, 3003: save() after the library was closed
@@ -74,13 +76,15 @@ struct FileStamp {
   bool operator!=(const FileStamp &other) const { return !(*this == other); }
 };
 
-// Write access to a library for the length of one operation. Takes part in the counts of Library (nests inside the client's own write
-// access). Raises ids.hasReadNeedsWrite when this process holds only read access, and ids.cannotGetWriteAccess when the library is
-// read-only or when another process holds access for longer than kAccessWaitSeconds.
+// Write access to a library for the length of one operation. Takes part in the counts of Library (nests inside the
+// client's own write access). Raises ids.hasReadNeedsWrite when this process holds only read access, and
+// ids.cannotGetWriteAccess when the library is read-only or when another process holds access for longer than
+// kAccessWaitSeconds.
 constexpr unsigned kAccessWaitSeconds = 5;
 class BriefWriteAccess {
 public:
-  // Raises what can be known without waiting: that this process holds only read access, or that the library is read-only.
+  // Raises what can be known without waiting: that this process holds only read access, or that the library is
+  // read-only.
   static void check(Library &library, const OpenErrorIds &ids, const std::string &label);
   BriefWriteAccess(Library &library, const OpenErrorIds &ids, const std::string &label);
   ~BriefWriteAccess();
@@ -98,7 +102,8 @@ class OpenDatabase : public Database {
 public:
   // `ids` must live as long as the process. Opens nothing yet.
   OpenDatabase(DatabaseKind kind, oaTypeEnum type, const OpenErrorIds &ids, DatabasePlace place);
-  // Kills all handles, gives the edit lock back, and removes what opening created (see noteCreated) when it was never saved.
+  // Kills all handles, gives the edit lock back, and removes what opening created (see noteCreated) when it was never
+  // saved.
   ~OpenDatabase() override;
 
   std::string label() const override { return place_.label; }
@@ -118,28 +123,31 @@ public:
   // Raises ids.undefinedMode unless `mode` is one of r, w, a, A.
   static void checkMode(char mode, const OpenErrorIds &ids, const std::string &label);
 
-  // First opening, right after construction; the count becomes 1. Raises ids.doesNotExist ('r' without contents), ids.cannotLock,
-  // ids.cannotGetWriteAccess (no lock file can be made), and whatever loading raises. After an exception the object can only be deleted.
+  // First opening, right after construction; the count becomes 1. Raises ids.doesNotExist ('r' without contents),
+  // ids.cannotLock, ids.cannotGetWriteAccess (no lock file can be made), and whatever loading raises. After an
+  // exception the object can only be deleted.
   void open(char mode);
   // Makes this a scratch database (mode 's', count 1).
   void openScratch();
-  // A further opening: the count goes up, the mode never gets weaker. 'a' on an 'r' database takes the edit lock and raises
-  // oacCannotUpgradeOverwrittenDatabase when the file was replaced since it was read. 'w' empties the database; all handles but the database's
-  // own die. When it raises, nothing has changed.
+  // A further opening: the count goes up, the mode never gets weaker. 'a' on an 'r' database takes the edit lock and
+  // raises oacCannotUpgradeOverwrittenDatabase when the file was replaced since it was read. 'w' empties the database;
+  // all handles but the database's own die. When it raises, nothing has changed.
   void openAgain(char mode);
   // The same without counting; in addition an unmodified database may go back to 'r', a modified one raises 142.
   void reopen(char mode);
-  // Drops all changes and reads the file again (a 'w' database becomes empty again). All handles but the database's own die.
+  // Drops all changes and reads the file again (a 'w' database becomes empty again). All handles but the database's own
+  // die.
   void revert();
-  // Replaces the file. The library is locked only while the new file takes the old one's place, not while it is written. Raises ids.saveReadOnly, saveScratch, libraryNotOpen, noLongerExists, the access ids, or what writing raises;
-  // the old file is intact then.
+  // Replaces the file. The library is locked only while the new file takes the old one's place, not while it is
+  // written. Raises ids.saveReadOnly, saveScratch, libraryNotOpen, noLongerExists, the access ids, or what writing
+  // raises; the old file is intact then.
   void save();
-  // Writes the contents elsewhere. The database keeps its own file and its modified state. The caller holds write access to the library
-  // that `path` lies in.
+  // Writes the contents elsewhere. The database keeps its own file and its modified state. The caller holds write
+  // access to the library that `path` lies in.
   void saveCopy(const std::string &path);
 
-  // Remembers a file or directory that was made because this database was opened. Those are removed again, last made first, when the
-  // database goes away before its first save: directories only when empty.
+  // Remembers a file or directory that was made because this database was opened. Those are removed again, last made
+  // first, when the database goes away before its first save: directories only when empty.
   void noteCreated(const std::string &path);
   // The primary file got another name (its view type was changed).
   void setFileName(const std::string &fileName);
@@ -147,7 +155,8 @@ public:
   const OpenErrorIds &errorIds() const { return *ids_; }
 
 protected:
-  // Called when the database starts out empty, in mode 'w' or because there is no file: adds what every new database of the kind has.
+  // Called when the database starts out empty, in mode 'w' or because there is no file: adds what every new database of
+  // the kind has.
   virtual void initialiseNew() {}
   // Called after the file was loaded and its columns were checked.
   virtual void afterLoad() {}

@@ -21,8 +21,9 @@ oaViewType *oaViewType::create(const oaString &name) {
   }
   // The name becomes a file name.
   if (text.empty() || text[0] == '.' || text.find('/') != std::string::npos || text.size() > 200) {
-    raiseDM(oacViewTypeExists, "view type \"" + text.substr(0, 200) +
-                                   "\": cannot be part of a file name; it must not be empty, begin with '.' or hold a '/'");
+    raiseDM(oacViewTypeExists,
+            "view type \"" + text.substr(0, 200) +
+                "\": cannot be part of a file name; it must not be empty, begin with '.' or hold a '/'");
   }
   return types.object(types.add(text));
 }

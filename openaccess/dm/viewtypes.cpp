@@ -86,8 +86,8 @@ Row ViewTypes::typeOfPrimaryFile(const std::string &fileName) {
     return kNoRow;
   }
   const std::string suffix = kOtherSuffix;
-  const bool isOther = fileName.size() > suffix.size() &&
-                       fileName.compare(fileName.size() - suffix.size(), suffix.size(), suffix) == 0;
+  const bool isOther =
+      fileName.size() > suffix.size() && fileName.compare(fileName.size() - suffix.size(), suffix.size(), suffix) == 0;
   // "a.b.file" has a dot before the suffix, and so is the name of its type.
   const std::string stem = isOther ? fileName.substr(0, fileName.size() - suffix.size()) : fileName;
   return findOrAdd(stem.find('.') == std::string::npos ? stem : fileName);

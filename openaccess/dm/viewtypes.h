@@ -1,8 +1,8 @@
 #ifndef OAKIT_VIEWTYPES_H
 #define OAKIT_VIEWTYPES_H
 
-// The view types of the session and the primary files that stand for them. Row numbers of the reserved types are their enumeration
-// values; types made by clients, or found on disk, follow.
+// The view types of the session and the primary files that stand for them. Row numbers of the reserved types are their
+// enumeration values; types made by clients, or found on disk, follow.
 
 #include "oa/oaDMTypes.h"
 #include "oa/oaViewType.h"

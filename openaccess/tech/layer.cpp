@@ -40,8 +40,8 @@ oaPhysicalLayer *neighbour(const oaPhysicalLayer *layer, oaMaterial material, bo
     const bool fits = tech.layers.kind[row] == oacPhysicalLayerType && other != oacUnsetMaskNumber &&
                       tech.layers.material[row] == static_cast<oaMaterialEnum>(material) &&
                       (isAbove ? other > mask : other < mask);
-    const bool isNearer = nearest == kNoRow || (isAbove ? other < tech.layers.maskNumber[nearest]
-                                                        : other > tech.layers.maskNumber[nearest]);
+    const bool isNearer = nearest == kNoRow ||
+                          (isAbove ? other < tech.layers.maskNumber[nearest] : other > tech.layers.maskNumber[nearest]);
     if (fits && isNearer) {
       nearest = row;
     }
@@ -171,8 +171,8 @@ oaDerivedLayer *oaDerivedLayer::create(oaTech *tech, oaLayer *layer1, oaLayer *l
   TechDatabase &database = TechDatabase::of(tech);
   for (const oaLayer *layer : {layer1, layer2}) {
     if (&TechDatabase::of(layer) != &database) {
-      raiseTech(oacLayerNotInReferencedTech, database.label() + ": the layer to derive from belongs to " +
-                                                 TechDatabase::of(layer).label());
+      raiseTech(oacLayerNotInReferencedTech,
+                database.label() + ": the layer to derive from belongs to " + TechDatabase::of(layer).label());
     }
   }
   const Row row = database.addLayer(oacDerivedLayerType, std::string(name), number);

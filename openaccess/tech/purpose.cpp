@@ -19,7 +19,8 @@ void refuseReserved(const oaPurpose *purpose, oaUInt4 id, const char *what) {
   if (purpose->isReserved()) {
     oaString name;
     purpose->getName(name);
-    raiseTech(id, TechDatabase::of(purpose).label() + ": the reserved purpose " + std::string(name) + " cannot be " + what);
+    raiseTech(id,
+              TechDatabase::of(purpose).label() + ": the reserved purpose " + std::string(name) + " cannot be " + what);
   }
 }
 

@@ -64,7 +64,8 @@ TechDatabase &createTech(Library &library) {
   }
   std::string attached;
   if (kit::attachmentOf(library, attached)) {
-    raiseTech(oacTechAttachedTechLibDetected, place.label + ": the library is attached to the technology of library " + attached);
+    raiseTech(oacTechAttachedTechLibDetected,
+              place.label + ": the library is attached to the technology of library " + attached);
   }
   std::unique_ptr<TechDatabase> tech(new TechDatabase(std::move(place)));
   tech->open('w');
@@ -122,7 +123,9 @@ void oaTech::saveAs(const oaScalarName &libName) {
 
 void oaTech::reopen(oaChar mode) { TechDatabase::of(this).reopen(mode); }
 void oaTech::revert() { TechDatabase::of(this).revert(); }
-void oaTech::getLibName(oaScalarName &libName) const { kit::nameFromDisk(TechDatabase::of(this).place().libraryName, libName); }
+void oaTech::getLibName(oaScalarName &libName) const {
+  kit::nameFromDisk(TechDatabase::of(this).place().libraryName, libName);
+}
 void oaTech::getLibName(const oaNameSpace &ns, oaString &out) const {
   kit::nameFromDisk(TechDatabase::of(this).place().libraryName, ns, out);
 }
@@ -138,7 +141,8 @@ oaChar oaTech::getMode() const { return TechDatabase::of(this).mode(); }
 oaUInt4 oaTech::getRefCount() const { return TechDatabase::of(this).refCount(); }
 oaBoolean oaTech::isModified() const { return TechDatabase::of(this).isModified(); }
 
-// Layers, purposes and via definitions. There are no references to other technologies yet, so local and all are the same.
+// Layers, purposes and via definitions. There are no references to other technologies yet, so local and all are the
+// same.
 oaCollection<oaLayer, oaTech> oaTech::getLayers() const { return getLayers(oacTechIterAll); }
 oaCollection<oaLayer, oaTech> oaTech::getLayers(oaUInt4) const {
   return kit::wholeTable<oaCollection<oaLayer, oaTech>>(TechDatabase::of(this).layers);
@@ -175,8 +179,8 @@ oaBoolean oaTech::exists(oaLib *lib, oaBoolean inherited) { return existsTech(Li
 void oaTech::attach(oaLib *lib, const oaScalarName &attachLibName) {
   Library &library = Libraries::of(lib);
   if (kit::hasOwnTech(library)) {
-    raiseTech(oacAttachLibraryHasLocalTech, "library " + library.label() +
-                                                ": has a technology of its own and cannot be attached to another");
+    raiseTech(oacAttachLibraryHasLocalTech,
+              "library " + library.label() + ": has a technology of its own and cannot be attached to another");
   }
   const std::string name = nativeNameOf(attachLibName);
   if (name.empty()) {
@@ -188,7 +192,8 @@ void oaTech::attach(oaLib *lib, const oaScalarName &attachLibName) {
 void oaTech::detach(oaLib *lib) {
   Library &library = Libraries::of(lib);
   if (!hasAttachment(lib)) {
-    raiseTech(oacDetachNoAttachment, "library " + library.label() + ": is not attached to another library's technology");
+    raiseTech(oacDetachNoAttachment,
+              "library " + library.label() + ": is not attached to another library's technology");
   }
   kit::ManagementData::setLibraryText(library.diskName(), kit::kAttachmentProperty, nullptr);
 }
@@ -202,7 +207,8 @@ void oaTech::getAttachment(const oaLib *lib, oaScalarName &attachLibName) {
   const Library &library = Libraries::of(lib);
   std::string name;
   if (!kit::attachmentOf(library, name)) {
-    raiseTech(oacGetAttachmentNoAttachment, "library " + library.label() + ": is not attached to another library's technology");
+    raiseTech(oacGetAttachmentNoAttachment,
+              "library " + library.label() + ": is not attached to another library's technology");
   }
   attachLibName.init(oaNativeNS(), name.c_str());
 }

@@ -33,7 +33,7 @@ struct DefaultUnits {
   oaUserUnitsTypeEnum userUnits;
 };
 constexpr DefaultUnits kDefaultUnits[] = {
-    {oacMaskLayout, 1000, oacMicron}, {oacSchematic, 160, oacInch}, {oacSchematicSymbol, 160, oacInch},
+    {oacMaskLayout, 1000, oacMicron}, {oacSchematic, 160, oacInch},     {oacSchematicSymbol, 160, oacInch},
     {oacNetlist, 160, oacInch},       {oacHierDesign, 1000, oacMicron},
 };
 
@@ -43,8 +43,8 @@ const DefaultUnits &defaultUnitsOf(Row viewType) {
       return units;
     }
   }
-  raiseTech(oacInvalidTechViewType, "view type " + ViewTypes::instance().nameOf(viewType) +
-                                        ": has no units; only design types have");
+  raiseTech(oacInvalidTechViewType,
+            "view type " + ViewTypes::instance().nameOf(viewType) + ": has no units; only design types have");
 }
 
 } // namespace
@@ -79,7 +79,8 @@ ViaDefTable::ViaDefTable(Database &database) : Table(database, kViaDefTable, "vi
 
 StdViaDefTable::StdViaDefTable(Database &database)
     : Table(database, kStdViaDefTable, "standard via definitions", TableLife::referenced) {
-  params.spansPool(kTechMissingCutTable, offsetof(ViaParamValues, missingBegin), offsetof(ViaParamValues, missingCount));
+  params.spansPool(kTechMissingCutTable, offsetof(ViaParamValues, missingBegin),
+                   offsetof(ViaParamValues, missingCount));
 }
 
 CustomViaDefTable::CustomViaDefTable(Database &database)
@@ -110,7 +111,8 @@ void TechDatabase::initialiseNew() {
 }
 
 void TechDatabase::afterLoad() {
-  // A file need not be one that this kit wrote; every technology has its attributes and the reserved purposes all the same.
+  // A file need not be one that this kit wrote; every technology has its attributes and the reserved purposes all the
+  // same.
   if (attributes.rowCount() == 0) {
     attributes.kind.set(attributes.addRow(), oacTechType);
   }
@@ -195,7 +197,8 @@ void TechDatabase::checkLayerName(const std::string &name) {
 
 void TechDatabase::checkLayerNumber(oaLayerNum number) {
   if (findLayer(number) != kNoRow) {
-    raiseTech(oacLayerNumberExists, label() + ": there is a layer of the number " + std::to_string(number) + " already");
+    raiseTech(oacLayerNumberExists,
+              label() + ": there is a layer of the number " + std::to_string(number) + " already");
   }
 }
 
@@ -248,7 +251,8 @@ Row TechDatabase::addPurpose(const std::string &name, oaPurposeNum number) {
     raiseTech(oacPurposeNameExists, label() + ": there is a purpose of the name \"" + name + "\" already");
   }
   if (findPurpose(number) != kNoRow) {
-    raiseTech(oacPurposeNumberExists, label() + ": there is a purpose of the number " + std::to_string(number) + " already");
+    raiseTech(oacPurposeNumberExists,
+              label() + ": there is a purpose of the number " + std::to_string(number) + " already");
   }
   const Row row = purposes.addRow();
   purposes.kind.set(row, oacPurposeType);
@@ -281,11 +285,12 @@ void TechDatabase::renumberPurpose(Row row, oaPurposeNum number) {
     return;
   }
   if (number >= kFirstReservedNumber) {
-    raiseTech(oacPurposeNumberIsReserved, label() + ": purpose number " + std::to_string(number) +
-                                              " is kept for reserved purposes");
+    raiseTech(oacPurposeNumberIsReserved,
+              label() + ": purpose number " + std::to_string(number) + " is kept for reserved purposes");
   }
   if (findPurpose(number) != kNoRow) {
-    raiseTech(oacPurposeNumberExists, label() + ": there is a purpose of the number " + std::to_string(number) + " already");
+    raiseTech(oacPurposeNumberExists,
+              label() + ": there is a purpose of the number " + std::to_string(number) + " already");
   }
   purposesByNumber_.erase(old);
   purposesByNumber_.emplace(number, row);
@@ -334,7 +339,8 @@ void TechDatabase::destroyUsersOfLayer(oaLayerNum number) {
     const oaLayerNum used = gone.back();
     gone.pop_back();
     for (Row row = layers.nextAlive(kNoRow); row != kNoRow; row = layers.nextAlive(row)) {
-      const bool isUser = layers.kind[row] == oacDerivedLayerType && (layers.layer1[row] == used || layers.layer2[row] == used);
+      const bool isUser =
+          layers.kind[row] == oacDerivedLayerType && (layers.layer1[row] == used || layers.layer2[row] == used);
       if (isUser && layers.number[row] != number) {
         gone.push_back(layers.number[row]);
         destroyRow(layers, row);

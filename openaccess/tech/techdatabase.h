@@ -166,7 +166,8 @@ private:
   std::unordered_map<oaPurposeNum, Row> purposesByNumber_;
 };
 
-// Units that hold where nothing was set. `viewType` is a row of ViewTypes; raises oacInvalidTechViewType unless it is a design type.
+// Units that hold where nothing was set. `viewType` is a row of ViewTypes; raises oacInvalidTechViewType unless it is a
+// design type.
 oaUInt4 defaultDbuPerUU(Row viewType);
 oaUserUnitsTypeEnum defaultUserUnits(Row viewType);
 // Of a technology, or the default where it says nothing or is NULL.
@@ -175,8 +176,8 @@ oaUserUnitsTypeEnum userUnits(TechDatabase *tech, Row viewType);
 
 // The technology that a library uses, through its attachments, open in any mode. NULL when it is not open.
 TechDatabase *findTech(Library &library);
-// The same; opens it for reading when it is not open, and takes a reference, which releaseTech() gives back. NULL, never an exception,
-// when there is none or it cannot be read.
+// The same; opens it for reading when it is not open, and takes a reference, which releaseTech() gives back. NULL,
+// never an exception, when there is none or it cannot be read.
 TechDatabase *acquireTech(Library &library);
 void releaseTech(TechDatabase &tech);
 

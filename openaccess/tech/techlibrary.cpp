@@ -42,7 +42,8 @@ Library *techLibraryOf(Library &library) {
     }
     Library *next = Libraries::instance().find(oaScalarName(oaNativeNS(), name.c_str()));
     if (next == nullptr) {
-      raiseTech(oacCannotFindInheritedTechLib, "library " + at->label() + ": is attached to the technology of library " + name +
+      raiseTech(oacCannotFindInheritedTechLib, "library " + at->label() +
+                                                   ": is attached to the technology of library " + name +
                                                    ", which is not open");
     }
     at = next;

@@ -1,8 +1,9 @@
 #ifndef OAKIT_TECHLIBRARY_H
 #define OAKIT_TECHLIBRARY_H
 
-// Which technology a library uses. A library may be attached to another one: the string property "techLibName" of its management data
-// then holds that library's name in the native name space, and that library's technology, or the one it is attached to in turn, is meant.
+// Which technology a library uses. A library may be attached to another one: the string property "techLibName" of its
+// management data then holds that library's name in the native name space, and that library's technology, or the one it
+// is attached to in turn, is meant.
 
 #include "techdatabase.h"
 
@@ -20,8 +21,8 @@ DatabasePlace techPlaceOf(const Library &library);
 bool hasOwnTech(const Library &library);
 // The name of the library it is attached to; false when it is not.
 bool attachmentOf(const Library &library, std::string &nativeName);
-// The library whose own technology this library uses: itself or the end of its attachments. NULL when there is none. Raises
-// oacCannotFindInheritedTechLib when an attached library is not open or the attachments run in a circle.
+// The library whose own technology this library uses: itself or the end of its attachments. NULL when there is none.
+// Raises oacCannotFindInheritedTechLib when an attached library is not open or the attachments run in a circle.
 Library *techLibraryOf(Library &library);
 
 } // namespace kit

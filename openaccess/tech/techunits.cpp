@@ -96,7 +96,8 @@ oaDist oaTech::getDefaultDefaultManufacturingGrid() { return 0; }
 
 oaDist oaTech::getDefaultManufacturingGrid() const { return getDefaultManufacturingGrid(false); }
 oaDist oaTech::getDefaultManufacturingGrid(oaBoolean) const {
-  return isDefaultManufacturingGridSet() ? TechDatabase::of(this).attributes.gridDbu[0] : getDefaultDefaultManufacturingGrid();
+  return isDefaultManufacturingGridSet() ? TechDatabase::of(this).attributes.gridDbu[0]
+                                         : getDefaultDefaultManufacturingGrid();
 }
 
 void oaTech::setDefaultManufacturingGrid(oaDist grid) {
@@ -132,7 +133,9 @@ oaBoolean oaTech::hasProcessFamily(oaBoolean) const {
   return TechDatabase::of(this).attributes.processFamily[0] != kit::kNoString;
 }
 
-oaInt4 oaTech::uuToDBU(const oaViewType *viewType, oaDouble value) { return nearest<oaInt4>(value * dbuPerUU(this, viewType)); }
+oaInt4 oaTech::uuToDBU(const oaViewType *viewType, oaDouble value) {
+  return nearest<oaInt4>(value * dbuPerUU(this, viewType));
+}
 oaUInt4 oaTech::uuToDBUDistance(const oaViewType *viewType, oaDouble value) {
   return nearest<oaUInt4>(value * dbuPerUU(this, viewType));
 }

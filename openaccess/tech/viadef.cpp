@@ -38,8 +38,8 @@ Row customPayload(const oaCustomViaDef *def) {
 
 oaLayerNum numberIn(const TechDatabase &tech, const oaPhysicalLayer *layer) {
   if (&TechDatabase::of(layer) != &tech) {
-    raiseTech(oacLayerNotInReferencedTech, tech.label() + ": the layer of a via definition belongs to " +
-                                               TechDatabase::of(layer).label());
+    raiseTech(oacLayerNotInReferencedTech,
+              tech.label() + ": the layer of a via definition belongs to " + TechDatabase::of(layer).label());
   }
   return layer->getNumber();
 }
@@ -83,7 +83,9 @@ oaPhysicalLayer *oaViaDef::getLayer1() const { return physicalLayer(this, getLay
 oaPhysicalLayer *oaViaDef::getLayer2() const { return physicalLayer(this, getLayer2Num()); }
 oaLayerNum oaViaDef::getLayer1Num() const { return TechDatabase::of(this).viaDefs.layer1[kit::rowOf(this)]; }
 oaLayerNum oaViaDef::getLayer2Num() const { return TechDatabase::of(this).viaDefs.layer2[kit::rowOf(this)]; }
-oaFloat oaViaDef::getResistancePerCut() const { return TechDatabase::of(this).viaDefs.resistancePerCut[kit::rowOf(this)]; }
+oaFloat oaViaDef::getResistancePerCut() const {
+  return TechDatabase::of(this).viaDefs.resistancePerCut[kit::rowOf(this)];
+}
 
 void oaViaDef::setResistancePerCut(oaFloat resPerCut) {
   TechDatabase &tech = TechDatabase::of(this);
@@ -119,19 +121,25 @@ oaBoolean oaStdViaDef::hasImplant1() const {
 oaBoolean oaStdViaDef::hasImplant2() const {
   return (TechDatabase::of(this).stdViaDefs.implants[stdPayload(this)] & kHasImplant2) != 0;
 }
-oaPhysicalLayer *oaStdViaDef::getImplant1() const { return hasImplant1() ? physicalLayer(this, getImplant1Num()) : nullptr; }
-oaPhysicalLayer *oaStdViaDef::getImplant2() const { return hasImplant2() ? physicalLayer(this, getImplant2Num()) : nullptr; }
+oaPhysicalLayer *oaStdViaDef::getImplant1() const {
+  return hasImplant1() ? physicalLayer(this, getImplant1Num()) : nullptr;
+}
+oaPhysicalLayer *oaStdViaDef::getImplant2() const {
+  return hasImplant2() ? physicalLayer(this, getImplant2Num()) : nullptr;
+}
 
 oaLayerNum oaStdViaDef::getImplant1Num() const {
   if (!hasImplant1()) {
-    raiseTech(oacStdViaDefDoesNotHaveImplant1, TechDatabase::of(this).label() + ": the via definition has no first implant");
+    raiseTech(oacStdViaDefDoesNotHaveImplant1,
+              TechDatabase::of(this).label() + ": the via definition has no first implant");
   }
   return TechDatabase::of(this).stdViaDefs.implant1[stdPayload(this)];
 }
 
 oaLayerNum oaStdViaDef::getImplant2Num() const {
   if (!hasImplant2()) {
-    raiseTech(oacStdViaDefDoesNotHaveImplant2, TechDatabase::of(this).label() + ": the via definition has no second implant");
+    raiseTech(oacStdViaDefDoesNotHaveImplant2,
+              TechDatabase::of(this).label() + ": the via definition has no second implant");
   }
   return TechDatabase::of(this).stdViaDefs.implant2[stdPayload(this)];
 }
@@ -174,7 +182,8 @@ void oaCustomViaDef::getViewName(const oaNameSpace &ns, oaString &out) const {
   OpenAccess_4::getName(this, TechDatabase::of(this).customViaDefs.view, ns, out);
 }
 
-void oaCustomViaDef::setMaster(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName) {
+void oaCustomViaDef::setMaster(const oaScalarName &libName, const oaScalarName &cellName,
+                               const oaScalarName &viewName) {
   TechDatabase &tech = TechDatabase::of(this);
   const Row row = customPayload(this);
   tech.customViaDefs.lib.set(row, tech.strings().intern(nativeTextOf(libName)));

@@ -139,9 +139,9 @@ MissingCutTable::MissingCutTable(Database &database, std::uint16_t id)
 
 ViaParamValues storedViaParam(const oaViaParam &param, MissingCutTable &missing) {
   ViaParamValues values{};
-  const oaVector vectors[] = {param.getLayer1Enc(),    param.getLayer2Enc(),    param.getImplant1Enc(),
-                              param.getImplant2Enc(),  param.getLayer1Offset(), param.getLayer2Offset(),
-                              param.getCutSpacing(),   param.getOriginOffset()};
+  const oaVector vectors[] = {param.getLayer1Enc(),   param.getLayer2Enc(),    param.getImplant1Enc(),
+                              param.getImplant2Enc(), param.getLayer1Offset(), param.getLayer2Offset(),
+                              param.getCutSpacing(),  param.getOriginOffset()};
   std::int32_t *next = values.vectors;
   for (const oaVector &vector : vectors) {
     *next++ = vector.x();

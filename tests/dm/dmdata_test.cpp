@@ -101,7 +101,9 @@ TEST_F(ManagementData, UnknownOwners) {
   EXPECT_EQ(raisedBy([&] { oaLibDMData::open(named("X"), 'a'); }), oacLibNotFound);
   EXPECT_EQ(raisedBy([&] { oaCellDMData::open(named("L"), named("x"), 'a'); }), oacCellNotFound);
   EXPECT_EQ(raisedBy([&] { oaCellViewDMData::open(named("L"), named("c"), named("x"), 'a'); }), oacViewNotFound);
-  EXPECT_EQ(raisedBy([&] { oaCellViewDMData::open(named("L"), named("c"), named("v"), oaViewType::get(oacMaskLayout), 'a'); }),
+  EXPECT_EQ(raisedBy([&] {
+              oaCellViewDMData::open(named("L"), named("c"), named("v"), oaViewType::get(oacMaskLayout), 'a');
+            }),
             oacMismatchViewType);
   EXPECT_EQ(raisedBy([&] { oaLibDMData::open(named("L"), 'q'); }), oacOpenUndefinedModeDMData);
   EXPECT_FALSE(oaCellDMData::exists(named("L"), named("x")));
@@ -183,7 +185,7 @@ TEST_F(ManagementData, ForeignFilesAreNeverWrittenOver) {
     const char *name;
     std::string bytes;
   } cases[] = {
-      {"licensed kit", std::string("\x67\x45\x23\x01rest of the file", 20)},
+      {"licensed kit", std::string("\x67\x45\x23\x01", 4) + "rest of the file"},
       {"text", "some text that is no database\n"},
       {"short", "x"},
   };

@@ -65,7 +65,8 @@ TEST(LibDefFile, SaysWhichLineIsWrong) {
       {"name that leads elsewhere", "DEFINE ../../etc /p/l"},
       {"broken escape", "DEFINE a#2 /p/l"},
       {"zero byte", std::string("DEFINE L /p\0/l", 14)},
-      {"binary", "\x7f" "ELF\x02\x01\x01"},
+      {"binary", "\x7f"
+                 "ELF\x02\x01\x01"},
       {"enormous line", "DEFINE L " + std::string(1000000, 'x')},
   };
   for (const auto &c : cases) {

@@ -100,7 +100,9 @@ TEST_F(LibDefs, HierarchiesAndTheirFaults) {
       {"paths start at the file", {{"t.defs", "DEFINE a a\nDEFINE b ./b\n"}}, {"a", "b"}, {}, true},
       {"empty file", {{"t.defs", ""}}, {}, {}, true},
       {"include chain",
-       {{"t.defs", "INCLUDE sub/inner.defs\n"}, {"sub/inner.defs", "DEFINE c c\nINCLUDE ../t2.defs\n"}, {"t2.defs", "DEFINE b b\n"}},
+       {{"t.defs", "INCLUDE sub/inner.defs\n"},
+        {"sub/inner.defs", "DEFINE c c\nINCLUDE ../t2.defs\n"},
+        {"t2.defs", "DEFINE b b\n"}},
        {"b", "c"},
        {},
        true},
@@ -109,11 +111,27 @@ TEST_F(LibDefs, HierarchiesAndTheirFaults) {
        {"c"},
        {},
        true},
-      {"last definition counts", {{"t.defs", "DEFINE a b\nDEFINE a a\n"}}, {"a"}, {oacMultiDefinitionsLibDefListWarning}, true},
-      {"missing library", {{"t.defs", "DEFINE none none\nDEFINE a a\n"}}, {"a"}, {oacCannotOpenLibLibDefListWarning}, true},
+      {"last definition counts",
+       {{"t.defs", "DEFINE a b\nDEFINE a a\n"}},
+       {"a"},
+       {oacMultiDefinitionsLibDefListWarning},
+       true},
+      {"missing library",
+       {{"t.defs", "DEFINE none none\nDEFINE a a\n"}},
+       {"a"},
+       {oacCannotOpenLibLibDefListWarning},
+       true},
       {"malformed library", {{"t.defs", "DEFINE x broken\n"}}, {}, {oacCannotOpenLibLibDefListWarning}, true},
-      {"missing include", {{"t.defs", "INCLUDE none.defs\nDEFINE a a\n"}}, {"a"}, {oacCannotOpenIncludeLibDefListWarning}, true},
-      {"file that includes itself", {{"t.defs", "INCLUDE t.defs\nDEFINE a a\n"}}, {"a"}, {oacRecursiveIncludeLibDefListWarning}, true},
+      {"missing include",
+       {{"t.defs", "INCLUDE none.defs\nDEFINE a a\n"}},
+       {"a"},
+       {oacCannotOpenIncludeLibDefListWarning},
+       true},
+      {"file that includes itself",
+       {{"t.defs", "INCLUDE t.defs\nDEFINE a a\n"}},
+       {"a"},
+       {oacRecursiveIncludeLibDefListWarning},
+       true},
       {"circle of includes",
        {{"t.defs", "INCLUDE t2.defs\nDEFINE a a\n"}, {"t2.defs", "INCLUDE ./sub/../t.defs\n"}},
        {"a"},
@@ -124,16 +142,32 @@ TEST_F(LibDefs, HierarchiesAndTheirFaults) {
        {"a"},
        {},
        true},
-      {"unknown variable", {{"t.defs", "DEFINE b $OAKIT_TEST_NONE/b\nDEFINE a a\n"}}, {"a"}, {oacUndefinedVarLibDefListWarning}, true},
-      {"assignment to nothing", {{"t.defs", "ASSIGN b libMode shared\nDEFINE a a\n"}}, {"a"}, {oacLibNameUndefinedLibDefListWarning}, true},
-      {"syntax error opens nothing", {{"t.defs", "DEFINE a a\nDEFINE b\n"}}, {}, {oacSyntaxErrorLibDefListWarning}, false},
+      {"unknown variable",
+       {{"t.defs", "DEFINE b $OAKIT_TEST_NONE/b\nDEFINE a a\n"}},
+       {"a"},
+       {oacUndefinedVarLibDefListWarning},
+       true},
+      {"assignment to nothing",
+       {{"t.defs", "ASSIGN b libMode shared\nDEFINE a a\n"}},
+       {"a"},
+       {oacLibNameUndefinedLibDefListWarning},
+       true},
+      {"syntax error opens nothing",
+       {{"t.defs", "DEFINE a a\nDEFINE b\n"}},
+       {},
+       {oacSyntaxErrorLibDefListWarning},
+       false},
       {"syntax error in an include",
        {{"t.defs", "DEFINE a a\nINCLUDE t2.defs\n"}, {"t2.defs", "nonsense\n"}},
        {},
        {oacSyntaxErrorLibDefListWarning},
        false},
       {"binary", {{"t.defs", binary}}, {}, {oacSyntaxErrorLibDefListWarning}, false},
-      {"binary include", {{"t.defs", "INCLUDE t2.defs\n"}, {"t2.defs", binary}}, {}, {oacSyntaxErrorLibDefListWarning}, false},
+      {"binary include",
+       {{"t.defs", "INCLUDE t2.defs\n"}, {"t2.defs", binary}},
+       {},
+       {oacSyntaxErrorLibDefListWarning},
+       false},
   };
   ::unsetenv("OAKIT_TEST_NONE");
   for (const auto &c : cases) {
@@ -196,7 +230,8 @@ TEST_F(LibDefs, ModesOfAList) {
   EXPECT_EQ(raisedBy([&] { oaLibDefList::get(path("t.defs").c_str(), 'x'); }), oacUndefinedLibDefListMode);
   EXPECT_EQ(raisedBy([&] { oaLibDefList::get(path("none.defs").c_str(), 'r'); }), oacLibDefListFileNotReadable);
   EXPECT_EQ(raisedBy([&] { oaLibDefList::get(path("work").c_str(), 'a'); }), oacLibDefListFileNotWritable);
-  EXPECT_EQ(raisedBy([&] { oaLibDefList::get(path("link.defs").c_str(), 'a'); }), oacLibDefFileCannotAppendSymbolicLink);
+  EXPECT_EQ(raisedBy([&] { oaLibDefList::get(path("link.defs").c_str(), 'a'); }),
+            oacLibDefFileCannotAppendSymbolicLink);
 
   oaLibDefList *list = oaLibDefList::get(path("t.defs").c_str(), 'r');
   EXPECT_EQ(raisedBy([&] { list->save(); }), oacSaveReadOnlyLibDefList);
@@ -231,7 +266,8 @@ TEST_F(LibDefs, SaveKeepsCommentsAndUntouchedLines) {
   oaLibDefList *list = oaLibDefList::get(path("t.defs").c_str(), 'a');
   oaDMAttrArray attributes;
   attributes.append(oaDMAttr("VCSystem", "none at all"));
-  oaLibDef::create(list, named("my-lib"), "/p/my lib", "/w", oacNonSharedLibMode, &attributes, oaLibDef::find(list, named("b")));
+  oaLibDef::create(list, named("my-lib"), "/p/my lib", "/w", oacNonSharedLibMode, &attributes,
+                   oaLibDef::find(list, named("b")));
   oaLibDefListRef::create(list, "more.defs");
   list->save();
   EXPECT_EQ(readFile(path("t.defs")), "# our libraries\n"
@@ -307,8 +343,7 @@ TEST_F(LibDefs, SaveKeepsWhatAnotherProcessAdded) {
   oaLibDef::find(list, named("old"))->destroy();
   oaLibDef::create(list, named("ours"), "o");
   list->save();
-  EXPECT_EQ(readFile(path("t.defs")),
-            "DEFINE a a\nDEFINE ours o\nDEFINE theirs t\nASSIGN theirs libMode readOnly\n");
+  EXPECT_EQ(readFile(path("t.defs")), "DEFINE a a\nDEFINE ours o\nDEFINE theirs t\nASSIGN theirs libMode readOnly\n");
 }
 
 } // namespace

@@ -17,9 +17,9 @@ std::vector<std::string> filesUnder(const std::string &directory) {
 
 TEST_F(Libraries, CreatedLibraryIsOpenAndFoundAgain) {
   oaLib *lib = oaLib::create(named("my-lib"), "../my-lib");
-  EXPECT_THAT(readFile(path("my-lib/.oalib")), testing::AllOf(testing::HasSubstr("<Library DMSystem=\"oaDMFileSys\">"),
-                                                              testing::HasSubstr("libReadOnly=\"No\""),
-                                                              testing::HasSubstr("origFileSystem=\"Unix\"")));
+  EXPECT_THAT(readFile(path("my-lib/.oalib")),
+              testing::AllOf(testing::HasSubstr("<Library DMSystem=\"oaDMFileSys\">"),
+                             testing::HasSubstr("libReadOnly=\"No\""), testing::HasSubstr("origFileSystem=\"Unix\"")));
   oaString text;
   lib->getPath(text);
   EXPECT_EQ(text, "../my-lib");
@@ -58,7 +58,8 @@ TEST_F(Libraries, RefusedDirectories) {
   };
   for (const auto &c : cases) {
     SCOPED_TRACE(c.name);
-    EXPECT_EQ(raisedBy([&] { oaLib::create(named("L"), path(c.directory).c_str(), oacSharedLibMode, c.system); }), c.id);
+    EXPECT_EQ(raisedBy([&] { oaLib::create(named("L"), path(c.directory).c_str(), oacSharedLibMode, c.system); }),
+              c.id);
   }
   EXPECT_FALSE(std::filesystem::exists(path("new")));
   oaLib::find(named("L"))->close();
@@ -126,9 +127,9 @@ TEST_F(Libraries, CellViewsOnDisk) {
   oaCellView::get(lib, named("c"), named("notes"), own);
   oaCell::get(lib, named("empty"));
   EXPECT_THAT(filesUnder(path("L")),
-              testing::ElementsAre(".oalib", "a#2db/", "a#2db/layout/", "a#2db/layout/layout.oa", "a#2db/layout/master.tag",
-                                   "a#2db/sch/", "a#2db/sch/master.tag", "a#2db/sch/sch.oa", "c/", "c/notes/",
-                                   "c/notes/master.tag", "c/notes/notes.file", "empty/"));
+              testing::ElementsAre(".oalib", "a#2db/", "a#2db/layout/", "a#2db/layout/layout.oa",
+                                   "a#2db/layout/master.tag", "a#2db/sch/", "a#2db/sch/master.tag", "a#2db/sch/sch.oa",
+                                   "c/", "c/notes/", "c/notes/master.tag", "c/notes/notes.file", "empty/"));
   EXPECT_EQ(readFile(path("L/a#2db/layout/master.tag")), "-- Master.tag File, Rev:1.0\nlayout.oa\n");
   EXPECT_EQ(raisedBy([&] { oaCellView::get(lib, named("a-b"), named("sch"), oaViewType::get(oacMaskLayout)); }),
             oacMismatchViewType);

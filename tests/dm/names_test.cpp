@@ -12,9 +12,9 @@ TEST_F(NamesOnDisk, StayInsideTheirLibrary) {
   const struct {
     const char *native, *directory;
   } cases[] = {
-      {"nand2", "nand2"},       {"foo bar", "foo#20bar"},     {"a-b", "a#2db"},       {"nand2.x1", "nand2#2ex1"},
-      {"..", "#2e#2e"},         {".", "#2e"},                 {"A@_9", "A@_9"},       {"\xc3\xa9", "#c3#a9"},
-      {"$x\\y", "#24x#5cy"},
+      {"nand2", "nand2"},         {"foo bar", "foo#20bar"}, {"a-b", "a#2db"},
+      {"nand2.x1", "nand2#2ex1"}, {"..", "#2e#2e"},         {".", "#2e"},
+      {"A@_9", "A@_9"},           {"\xc3\xa9", "#c3#a9"},   {"$x\\y", "#24x#5cy"},
   };
   oaLib *lib = createLib("L");
   lib->getAccess(oacWriteLibAccess);

@@ -107,10 +107,12 @@ private:
     }
     int exponent = 64;
     double fraction = value < 0 ? -value : value;
-    for (; fraction >= 1; fraction /= 16) {
+    while (fraction >= 1) {
+      fraction /= 16;
       ++exponent;
     }
-    for (; fraction < 1.0 / 16; fraction *= 16) {
+    while (fraction < 1.0 / 16) {
+      fraction *= 16;
       --exponent;
     }
     result[0] = static_cast<char>(exponent | (value < 0 ? 0x80 : 0));

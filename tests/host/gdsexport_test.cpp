@@ -88,10 +88,10 @@ TEST(GdsExport, EverythingComesBackFromTheFileInItsOrder) {
                                        "path 68/20 width 0 caps 0 0,0 10,9",
                                        "text 68/20 \"a<0>\" 3,4 height 250 at 9 m270",
                                        "text 68/20 \"odd\" 3,4 height 1000 at 0 r0"};
-  for (const std::string orientation : {"r0", "r90", "r180", "r270", "m0", "m90", "m180", "m270"}) {
-    const std::string x = std::to_string(std::stoi(orientation.substr(1)) / 90);
-    expected.push_back("ref LEAF " + x + ",0 " + orientation);
-    expected.push_back("array LEAF " + x + ",1 " + orientation + " 3x2 pitch 10,-20");
+  for (const char *orientation : {"r0", "r90", "r180", "r270", "m0", "m90", "m180", "m270"}) {
+    const int x = std::atoi(orientation + 1) / 90;
+    expected.push_back(QString("ref LEAF %1,0 %2").arg(x).arg(orientation).toStdString());
+    expected.push_back(QString("array LEAF %1,1 %2 3x2 pitch 10,-20").arg(x).arg(orientation).toStdString());
   }
   expected.push_back("end");
   EXPECT_EQ(importLines(exported.bytes), expected);

@@ -212,6 +212,16 @@ TEST_F(OaHost, UnusableFilesMakeNoLibrary) {
   }
 }
 
+TEST_F(OaHost, ImportTellsWhatItReplacesAndWhichLayersTheMapLacks) {
+  import(sampleFile(), "demo");
+  host.write("layers.map", "68 0 metal\n1 0 poly\n");
+  const HostResult result = host.run("import-gds demo.gds --lib demo --layers layers.map");
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_THAT(result.errors,
+              HasSubstr("oahost: library demo: the layouts of 2 cells that it has already are replaced"));
+  EXPECT_THAT(result.errors, HasSubstr("layers that the layer map does not name: 69/0\n"));
+}
+
 TEST_F(OaHost, FailedExportKeepsTheOldFile) {
   import(sampleFile(), "demo");
   host.write("out.gds", "old");
@@ -254,6 +264,9 @@ TEST_F(OaHost, MissingMasterIsToldWhileTheRestIsRead) {
   EXPECT_THAT(result.output.toStdString(), HasSubstr("addBox 0 0 10 5 1 0\n"));
   EXPECT_THAT(result.output.toStdString(), Not(HasSubstr("addCellRef")));
   EXPECT_THAT(result.errors, HasSubstr("oahost: cell not found"));
+  // A later import looks at the cell for its units, and must not fail for it.
+  import(sampleFile(), "other");
+  EXPECT_EQ(host.run("import-gds other.gds --lib demo").exitCode, 0);
 }
 
 TEST_F(OaHost, UnusualCellNamesAreWrittenAndFoundOrRefused) {

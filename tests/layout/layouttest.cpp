@@ -123,10 +123,12 @@ LayoutTest::LayoutTest() : recorder(&plugIn) {
 LayoutTest::~LayoutTest() {
   oaIter<oaLib> libs(oaLib::getOpenLibs());
   while (oaLib *lib = libs.getNext()) {
+    lib->getAccess(oacWriteLibAccess);
     oaIter<oaCell> cells(lib->getCells());
     while (oaCell *cell = cells.getNext()) {
       cell->destroy();
     }
+    lib->releaseAccess();
     if (oaTech *tech = oaTech::find(lib)) {
       tech->purge();
     }

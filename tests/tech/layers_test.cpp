@@ -77,7 +77,8 @@ TEST_F(Layers, DestroyedLayerTakesItsUsersAlong) {
 }
 
 TEST_F(Layers, ReservedPurposesAreAlwaysThere) {
-  const std::string reserved = "drawing fill slot OPCSerif OPCAntiSerif annotation gapFill redundant oaAny oaNo oaFillOPC";
+  const std::string reserved =
+      "drawing fill slot OPCSerif OPCAntiSerif annotation gapFill redundant oaAny oaNo oaFillOPC";
   EXPECT_EQ(textOf<oaPurpose>(tech->getPurposes()), reserved);
   EXPECT_FALSE(tech->isModified());
   oaPurpose *drawing = oaPurpose::get(tech, oacDrawingPurposeType);
@@ -105,7 +106,7 @@ TEST_F(Layers, UnitsOfEachViewType) {
     oaUInt4 dbuPerUU;
     oaUserUnitsTypeEnum userUnits;
   } cases[] = {
-      {oacMaskLayout, 1000, oacMicron}, {oacSchematic, 160, oacInch},    {oacSchematicSymbol, 160, oacInch},
+      {oacMaskLayout, 1000, oacMicron}, {oacSchematic, 160, oacInch},     {oacSchematicSymbol, 160, oacInch},
       {oacNetlist, 160, oacInch},       {oacHierDesign, 1000, oacMicron},
   };
   for (const auto &c : cases) {

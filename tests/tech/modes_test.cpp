@@ -58,9 +58,12 @@ TEST_F(Modes, ReopenRules) {
     oaUInt4 id;
     bool isEmptied;
   } cases[] = {
-      {'r', 'r', 'r', kNothingRaised, false}, {'r', 'a', 'a', kNothingRaised, false},
-      {'r', 'w', 'w', kNothingRaised, true},  {'a', 'r', 'r', kNothingRaised, false},
-      {'a', 'w', 'w', kNothingRaised, true},  {'w', 'a', 'w', kNothingRaised, true},
+      {'r', 'r', 'r', kNothingRaised, false},
+      {'r', 'a', 'a', kNothingRaised, false},
+      {'r', 'w', 'w', kNothingRaised, true},
+      {'a', 'r', 'r', kNothingRaised, false},
+      {'a', 'w', 'w', kNothingRaised, true},
+      {'w', 'a', 'w', kNothingRaised, true},
       {'w', 'r', 'w', oacCannotDowngradeDatabase, true},
   };
   tech->close();

@@ -28,7 +28,8 @@ TEST_F(ViaDefs, ParametersSurviveSaving) {
   params.setCutColumns(3);
   params.setCutPatternVal(1, 2, false);
   oaStdViaDef::create(tech, "std", poly, metal, params, NULL, implant);
-  oaCustomViaDef::create(tech, "custom", named("L"), named("via-cell"), named("layout"), poly, metal)->setResistancePerCut(1.5F);
+  oaCustomViaDef::create(tech, "custom", named("L"), named("via-cell"), named("layout"), poly, metal)
+      ->setResistancePerCut(1.5F);
   EXPECT_EQ(raisedBy([&] { oaStdViaDef::create(tech, "custom", poly, metal, params); }), oacViaDefExists);
 
   tech = reopened(tech);

@@ -11,7 +11,8 @@ class oaCellView;
 // oacLibAccessDenied without it; whatever changes the disk needs write access.
 class oaCell : public oaDMContainer {
 public:
-  // Removes the directory with all cell views and management data. Designs that are open stay in memory but can no longer be saved.
+  // Removes the directory with all cell views and management data. Designs that are open stay in memory but can no
+  // longer be saved.
   void destroy();
   void getName(oaScalarName &name) const;
   void getName(const oaNameSpace &ns, oaString &out) const;

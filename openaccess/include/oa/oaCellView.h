@@ -21,8 +21,8 @@ public:
 
   static oaCellView *find(const oaCell *cell, const oaView *view);
   static oaCellView *find(const oaLib *lib, const oaScalarName &cellName, const oaScalarName &viewName);
-  // Makes cell, directory, `master.tag` and an empty primary file when there is no such cell view; raises oacMismatchViewType when it
-  // exists with another type.
+  // Makes cell, directory, `master.tag` and an empty primary file when there is no such cell view; raises
+  // oacMismatchViewType when it exists with another type.
   static oaCellView *get(const oaCell *cell, const oaView *view);
   static oaCellView *get(const oaLib *lib, const oaScalarName &cellName, const oaScalarName &viewName,
                          const oaViewType *viewType);

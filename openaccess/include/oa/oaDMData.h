@@ -12,19 +12,20 @@ class oaScalarName;
 class oaString;
 class oaViewType;
 
-// Management data: a small database (the file `data.dm`) whose properties belong to a library, a cell or a cell view and stay on disk.
-// Views have none. The caller needs no access to the library.
+// Management data: a small database (the file `data.dm`) whose properties belong to a library, a cell or a cell view
+// and stay on disk. Views have none. The caller needs no access to the library.
 //
-// open(): 'r' raises oacDMDataDoesNotExist when there is none, 'a' makes it when missing, 'w' starts empty; raises oacLibNotFound,
-// oacCellNotFound, oacViewNotFound, oacCannotLockDMData when another process edits it. Opening again gives the same object and counts.
+// open(): 'r' raises oacDMDataDoesNotExist when there is none, 'a' makes it when missing, 'w' starts empty; raises
+// oacLibNotFound, oacCellNotFound, oacViewNotFound, oacCannotLockDMData when another process edits it. Opening again
+// gives the same object and counts.
 class oaDMData : public oaObject {
 public:
   // Takes one from the count. At 0 the data goes; what was not saved is lost.
   void close();
   // Closes whatever the count is.
   void purge();
-  // Raises oacSaveReadOnlyDMData in mode 'r', oacDMDataHasReadNeedWriteAccess when this process holds read access to the library,
-  // oacDMDataCannotGetWriteAccess when another process holds access.
+  // Raises oacSaveReadOnlyDMData in mode 'r', oacDMDataHasReadNeedWriteAccess when this process holds read access to
+  // the library, oacDMDataCannotGetWriteAccess when another process holds access.
   void save();
   void reopen(oaChar mode);
   void revert();
@@ -77,7 +78,8 @@ public:
                                 const oaViewType *viewType, oaChar mode);
   static oaCellViewDMData *open(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName,
                                 oaChar mode);
-  static oaCellViewDMData *find(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName);
+  static oaCellViewDMData *find(const oaScalarName &libName, const oaScalarName &cellName,
+                                const oaScalarName &viewName);
   static oaBoolean exists(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName);
   static void destroy(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName);
 };

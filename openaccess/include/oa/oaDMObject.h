@@ -11,8 +11,8 @@ class oaNameSpace;
 class oaScalarName;
 class oaString;
 
-// Something of a library's structure: the library itself, a cell, view, cell view or file. All but the library live only as long as
-// this process holds access to the library: they are dead after the last releaseAccess().
+// Something of a library's structure: the library itself, a cell, view, cell view or file. All but the library live
+// only as long as this process holds access to the library: they are dead after the last releaseAccess().
 class oaDMObject : public oaObject {
 public:
   // True for everything but files.
@@ -22,7 +22,8 @@ public:
 
 class oaDMContainer : public oaDMObject {
 public:
-  // The files directly in the container's directory, lock files excluded. Views have none. Raises oacLibAccessDenied without access.
+  // The files directly in the container's directory, lock files excluded. Views have none. Raises oacLibAccessDenied
+  // without access.
   oaCollection<oaDMFile, oaDMContainer> getDMFiles() const;
 };
 

@@ -5,8 +5,8 @@
 
 namespace OpenAccess_4 {
 
-// How a library is used. The file system behind a library enforces neither shared nor non-shared; a read-only library refuses write
-// access.
+// How a library is used. The file system behind a library enforces neither shared nor non-shared; a read-only library
+// refuses write access.
 enum oaLibModeEnum { oacSharedLibMode = 0, oacNonSharedLibMode = 1, oacReadOnlyLibMode = 2 };
 OA_ENUM_WRAPPER(oaLibMode);
 

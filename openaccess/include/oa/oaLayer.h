@@ -7,8 +7,8 @@ namespace OpenAccess_4 {
 
 class oaString;
 
-// A layer of a technology: a name and a number, each used once. Finds give NULL when there is none; with `local` set they leave out the
-// technologies that this one refers to.
+// A layer of a technology: a name and a number, each used once. Finds give NULL when there is none; with `local` set
+// they leave out the technologies that this one refers to.
 class oaLayer : public oaTechObject {
 public:
   // Destroys the derived layers and via definitions that use the layer, too.

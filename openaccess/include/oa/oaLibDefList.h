@@ -13,11 +13,12 @@ class oaScalarName;
 // A library definition file (lib.defs) in memory: an ordered list of library definitions and references to other lists.
 class oaLibDefList : public oaSessionObject {
 public:
-  // Opens the libraries that the list and its includes define, as openLibs() does, without reading this list's file again. Raises
-  // oacLibDefFileRecursiveInclude.
+  // Opens the libraries that the list and its includes define, as openLibs() does, without reading this list's file
+  // again. Raises oacLibDefFileRecursiveInclude.
   void open();
-  // Writes the file, in mode 'a' or 'w'; comments of the file that was read stay where they were. Raises oacSaveReadOnlyLibDefList,
-  // oacLibDefListFileNotWritable or oacLibDefListDirNotWritable; the old file is intact then.
+  // Writes the file, in mode 'a' or 'w'; comments of the file that was read stay where they were. Raises
+  // oacSaveReadOnlyLibDefList, oacLibDefListFileNotWritable or oacLibDefListDirNotWritable; the old file is intact
+  // then.
   void save();
   // Writes another file. The list keeps its path and mode.
   void saveAs(const oaString &path);
@@ -32,9 +33,9 @@ public:
   // In the order of the file.
   oaCollection<oaLibDefListMem, oaLibDefList> getMembers() const;
 
-  // Reads ./lib.defs, or $HOME/lib.defs, or the installation's data/lib.defs, with all includes, and opens every library that they
-  // define. Reports to the observers what is wrong and never throws for a missing file. A library that is open at the same path stays
-  // as it is; one whose path has changed is closed and opened again.
+  // Reads ./lib.defs, or $HOME/lib.defs, or the installation's data/lib.defs, with all includes, and opens every
+  // library that they define. Reports to the observers what is wrong and never throws for a missing file. A library
+  // that is open at the same path stays as it is; one whose path has changed is closed and opened again.
   static void openLibs();
   // The same with this file. Raises oacLibDefListFileNotReadable.
   static void openLibs(const oaString &path);
@@ -46,9 +47,10 @@ public:
   static void getDefaultFileName(oaString &libDefName);
   // A new, empty list, in mode 'w'.
   static oaLibDefList *create(const oaString &filePath);
-  // The list of that file. 'r': the file must be readable (oacLibDefListFileNotReadable); 'a': it may be missing, and must be writable
-  // (oacLibDefListFileNotWritable) and no symbolic link (oacLibDefFileCannotAppendSymbolicLink); 'w': starts empty. An existing list
-  // changes its mode, and is emptied by 'w'. Other modes raise oacUndefinedLibDefListMode. Opens no library and reads no include.
+  // The list of that file. 'r': the file must be readable (oacLibDefListFileNotReadable); 'a': it may be missing, and
+  // must be writable (oacLibDefListFileNotWritable) and no symbolic link (oacLibDefFileCannotAppendSymbolicLink); 'w':
+  // starts empty. An existing list changes its mode, and is emptied by 'w'. Other modes raise
+  // oacUndefinedLibDefListMode. Opens no library and reads no include.
   static oaLibDefList *get(const oaString &filePath, oaChar mode);
   // NULL when no such list is in memory.
   static oaLibDefList *find(const oaString &filePath);
@@ -80,8 +82,9 @@ public:
   void addLibAttribute(const oaString &attrName, const oaString &attrVal);
   void removeLibAttribute(const oaString &attrName);
 
-  // Appends, or inserts before `followingMem`. Opens nothing. Raises oacLibDefExists when the list defines that name already,
-  // oacInvalidLibName when the name cannot be written, oacInvalidLibDefListMemCreate when followingMem is of another list.
+  // Appends, or inserts before `followingMem`. Opens nothing. Raises oacLibDefExists when the list defines that name
+  // already, oacInvalidLibName when the name cannot be written, oacInvalidLibDefListMemCreate when followingMem is of
+  // another list.
   static oaLibDef *create(oaLibDefList *defList, const oaScalarName &libName, const oaString &libPath,
                           const oaString &writePath = "", oaLibMode libMode = oacSharedLibMode,
                           const oaDMAttrArray *libAttrs = NULL, oaLibDefListMem *followingMem = NULL);

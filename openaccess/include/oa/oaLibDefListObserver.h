@@ -9,8 +9,8 @@ namespace OpenAccess_4 {
 
 class oaLibDefList;
 
-// Is told what happens to library definition lists, and what was wrong with one that was loaded. Exceptions out of these functions end
-// the operation that called them.
+// Is told what happens to library definition lists, and what was wrong with one that was loaded. Exceptions out of
+// these functions end the operation that called them.
 template <> class oaObserver<oaLibDefList> : public oaStdObserver {
 public:
   explicit oaObserver(oaUInt4 priority, oaBoolean enabled = true);

@@ -7,8 +7,8 @@ namespace OpenAccess_4 {
 
 class oaString;
 
-// What shapes on a layer are for. The reserved purposes are part of every technology and cannot be changed (oacCannotChangeReservedPurpose,
-// oacCannotDestroyReservedPurpose).
+// What shapes on a layer are for. The reserved purposes are part of every technology and cannot be changed
+// (oacCannotChangeReservedPurpose, oacCannotDestroyReservedPurpose).
 class oaPurpose : public oaTechObject {
 public:
   void destroy();

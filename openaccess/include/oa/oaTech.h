@@ -13,24 +13,24 @@ class oaScalarName;
 class oaViaDef;
 class oaViewType;
 
-// The technology of a library (the file `tech.db`): layers, purposes, via definitions, units. A library may be attached to another
-// library and then uses that one's technology. The caller needs no access to the library.
+// The technology of a library (the file `tech.db`): layers, purposes, via definitions, units. A library may be attached
+// to another library and then uses that one's technology. The caller needs no access to the library.
 //
-// View types: units exist for the design types maskLayout, schematic, schematicSymbol, netlist and oaHierDesign; others raise
-// oacInvalidTechViewType.
+// View types: units exist for the design types maskLayout, schematic, schematicSymbol, netlist and oaHierDesign; others
+// raise oacInvalidTechViewType.
 class oaTech : public oaTechObject {
 public:
   // Takes one from the count. At 0 the technology goes; what was not saved is lost.
   void close();
   // Closes whatever the count is.
   void purge();
-  // Raises oacSaveReadOnlyTech in mode 'r', oacTechHasReadNeedWriteAccess when this process holds read access to the library,
-  // oacTechCannotObtainWriteAccess when another process holds access.
+  // Raises oacSaveReadOnlyTech in mode 'r', oacTechHasReadNeedWriteAccess when this process holds read access to the
+  // library, oacTechCannotObtainWriteAccess when another process holds access.
   void save();
   // Writes a copy as the technology of another open library, which must have none; this object stays what it is.
   void saveAs(const oaScalarName &libName);
-  // Changes the mode; the count stays. 'w' drops the contents, 'a' takes the edit lock, 'r' is refused with oacCannotDowngradeDatabase
-  // while there are changes.
+  // Changes the mode; the count stays. 'w' drops the contents, 'a' takes the edit lock, 'r' is refused with
+  // oacCannotDowngradeDatabase while there are changes.
   void reopen(oaChar mode);
   // Reads the file again; all changes are lost and all pointers into the technology are dead.
   void revert();
@@ -44,8 +44,8 @@ public:
   oaUInt4 getRefCount() const;
   oaBoolean isModified() const;
 
-  // Database units per user unit. Defaults: 1000 per micron for maskLayout and oaHierDesign, 160 per inch for the others. The forms with
-  // `local` leave out the technologies that this one refers to.
+  // Database units per user unit. Defaults: 1000 per micron for maskLayout and oaHierDesign, 160 per inch for the
+  // others. The forms with `local` leave out the technologies that this one refers to.
   oaUInt4 getDBUPerUU(const oaViewType *viewType) const;
   oaUInt4 getDBUPerUU(const oaViewType *viewType, oaBoolean local) const;
   oaUserUnitsType getUserUnits(const oaViewType *viewType) const;
@@ -87,13 +87,13 @@ public:
   oaCollection<oaViaDef, oaTech> getViaDefs() const;
   oaCollection<oaViaDef, oaTech> getViaDefs(oaUInt4 filterFlags) const;
 
-  // A new technology, open in mode 'w', with the reserved purposes. On disk it appears with the first save(). Raises oacTechLibNotFound,
-  // oacTechAlreadyExists, or oacTechAttachedTechLibDetected for a library with an attachment.
+  // A new technology, open in mode 'w', with the reserved purposes. On disk it appears with the first save(). Raises
+  // oacTechLibNotFound, oacTechAlreadyExists, or oacTechAttachedTechLibDetected for a library with an attachment.
   static oaTech *create(const oaScalarName &libName);
   static oaTech *create(oaLib *lib);
-  // Opens the technology of the library, or of the library it is attached to. 'r', 'w' (starts empty), 'a'. An open one is counted and
-  // its mode never gets weaker. Raises oacCannotFindLibraryTech, oacTechLibNotFound, oacCannotFindInheritedTechLib, oacCannotLockTech
-  // when another process edits it, oacOpenUndefinedModeTech.
+  // Opens the technology of the library, or of the library it is attached to. 'r', 'w' (starts empty), 'a'. An open one
+  // is counted and its mode never gets weaker. Raises oacCannotFindLibraryTech, oacTechLibNotFound,
+  // oacCannotFindInheritedTechLib, oacCannotLockTech when another process edits it, oacOpenUndefinedModeTech.
   static oaTech *open(const oaScalarName &libName, oaChar mode = 'r');
   static oaTech *open(oaLib *lib, oaChar mode = 'r');
   // Open technologies only; NULL otherwise.
@@ -110,8 +110,9 @@ public:
   static oaUserUnitsType getDefaultUserUnits(const oaViewType *viewType);
   static oaDist getDefaultDefaultManufacturingGrid();
 
-  // The attachment is a property of the library's management data and is saved at once. attach() raises oacAttachLibraryHasLocalTech when
-  // the library has a technology of its own; detach() and getAttachment() raise oacDetachNoAttachment and oacGetAttachmentNoAttachment.
+  // The attachment is a property of the library's management data and is saved at once. attach() raises
+  // oacAttachLibraryHasLocalTech when the library has a technology of its own; detach() and getAttachment() raise
+  // oacDetachNoAttachment and oacGetAttachmentNoAttachment.
   static void attach(oaLib *lib, const oaScalarName &attachLibName);
   static void detach(oaLib *lib);
   static oaBoolean hasAttachment(const oaLib *lib);

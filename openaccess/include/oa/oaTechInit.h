@@ -7,7 +7,7 @@
 void oaTechInit(OpenAccess_4::oaUInt4 majorRev, OpenAccess_4::oaUInt4 minorRev, OpenAccess_4::oaUInt4 dataModelRev);
 // With the newest data model.
 void oaTechInit(OpenAccess_4::oaUInt4 majorRev = oacAPIMajorRevNumber,
-              OpenAccess_4::oaUInt4 minorRev = oacAPIMinorRevNumber);
+                OpenAccess_4::oaUInt4 minorRev = oacAPIMinorRevNumber);
 
 namespace OpenAccess_4 {
 using ::oaTechInit;

@@ -3,7 +3,8 @@
 
 #include "oa/oaEnumWrapper.h"
 
-// Filter flags of the collections of a technology: with those of the technologies it refers to (the default), or its own only.
+// Filter flags of the collections of a technology: with those of the technologies it refers to (the default), or its
+// own only.
 #define oacTechIterAll 0x0000
 #define oacTechIterLocal 0x0001
 

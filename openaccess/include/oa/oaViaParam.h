@@ -18,8 +18,9 @@ ViaParamValues storedViaParam(const oaViaParam &param, MissingCutTable &missing)
 oaViaParam loadedViaParam(const ViaParamValues &values, const MissingCutTable &missing);
 } // namespace kit
 
-// The shape of a standard via. Lengths are in database units. Each value has a flag "default", set in a new object and cleared by the
-// value's setter: a via that is made with parameters takes only those that are not default from them, the others from its definition.
+// The shape of a standard via. Lengths are in database units. Each value has a flag "default", set in a new object and
+// cleared by the value's setter: a via that is made with parameters takes only those that are not default from them,
+// the others from its definition.
 class oaViaParam {
 public:
   oaViaParam() = default;
@@ -61,7 +62,8 @@ public:
   void setCutWidth(oaDist width);
   void setCutHeight(oaDist height);
   void setCutLayer(oaLayerNum cutLayer);
-  // Both put the cut pattern back to its default; 0 raises oacZeroColumnsSpecifiedForViaParam, oacZeroRowsSpecifiedForViaParam.
+  // Both put the cut pattern back to its default; 0 raises oacZeroColumnsSpecifiedForViaParam,
+  // oacZeroRowsSpecifiedForViaParam.
   void setCutColumns(oaUInt4 cutColumns);
   void setCutRows(oaUInt4 cutRows);
   void setDefaultCutPattern() { missingCuts_.clear(); }
@@ -86,7 +88,8 @@ private:
   void checkCut(oaUInt4 cutRowNum, oaUInt4 cutColNum) const;
   void clear(oaViaParamTypeEnum paramType) { defaults_ &= ~(1U << paramType); }
 
-  static constexpr oaUInt4 kAllFlags = 0x3effU; // one for each oaViaParamTypeEnum but the cut size, which is two others together
+  static constexpr oaUInt4 kAllFlags =
+      0x3effU; // one for each oaViaParamTypeEnum but the cut size, which is two others together
   static constexpr oaLayerNum kNoLayer = 0xffffffffU;
 
   oaVector layer1Enc_{0, 0};

@@ -13,7 +13,8 @@ public:
 
   // Raises oacViewTypeExists.
   static oaViewType *create(const oaString &name);
-  // NULL when no type of that name is reserved or was created. Names as the reserved types have them: "maskLayout", "schematic".
+  // NULL when no type of that name is reserved or was created. Names as the reserved types have them: "maskLayout",
+  // "schematic".
   static oaViewType *find(const oaString &name);
   static oaViewType *get(oaReservedViewType type);
   static oaCollection<oaViewType, oaSession> getViewTypes();
