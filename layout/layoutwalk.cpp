@@ -85,24 +85,18 @@ void LayoutWalk::end() {
 }
 
 // The entry of a header; `find` looks the master up when the block meets this header for the first time.
-template <typename Find> LayoutWalk::Placed &LayoutWalk::placedOf(Cell &cell, const oaObject *header, Find find) {
-  if (header == cell.lastHeader) {
-    return *cell.lastPlaced;
+template <typename Find> const Placed &LayoutWalk::placedOf(Cell &cell, const oaObject *header, Find find) {
+  if (const Placed *known = cell.placedByHeader.find(header)) {
+    return *known;
   }
-  auto found = cell.placedByHeader.find(header);
-  if (found == cell.placedByHeader.end()) {
-    Master *master = find();
-    const bool isRecursive = master->design && designsBeingSent_.count(master->design) != 0;
-    found = cell.placedByHeader.emplace(header, Placed{master, isRecursive}).first;
-    if (isRecursive) {
-      emit host_.reportError(oaPlugInMain::tr("recursive cell reference, the cell is not read again"), 1,
-                             oaPlugInMain::tr("%1 places %2, which contains it")
-                                 .arg(MasterTable::pathOf(cell.design), MasterTable::pathOf(master->design)));
-    }
+  Master *master = find();
+  const bool isRecursive = master->design && designsBeingSent_.count(master->design) != 0;
+  if (isRecursive) {
+    emit host_.reportError(oaPlugInMain::tr("recursive cell reference, the cell is not read again"), 1,
+                           oaPlugInMain::tr("%1 places %2, which contains it")
+                               .arg(MasterTable::pathOf(cell.design), MasterTable::pathOf(master->design)));
   }
-  cell.lastHeader = header;
-  cell.lastPlaced = &found->second;
-  return found->second;
+  return cell.placedByHeader.insert(header, {master, isRecursive});
 }
 
 bool LayoutWalk::sendInst(Cell &cell, oaInst *inst) {
@@ -131,7 +125,7 @@ bool LayoutWalk::sendVia(Cell &cell, oaVia *via) {
 
 // Asks the host whether it holds the master. If not, the master goes onto the stack and true is returned; otherwise the
 // reference is sent at once.
-bool LayoutWalk::descend(Cell &cell, oaRef *ref, Placed &placed) {
+bool LayoutWalk::descend(Cell &cell, oaRef *ref, const Placed &placed) {
   Master &master = *placed.master;
   if (master.fault != Master::kNone) {
     report(master);

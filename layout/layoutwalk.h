@@ -2,7 +2,6 @@
 #define LAYOUTWALK_H
 
 #include <memory>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -10,6 +9,7 @@
 #include <QStringList>
 
 #include "buffers.h"
+#include "headermap.h"
 #include "mastertable.h"
 #include "oapluginmain.h"
 #include "shapesender.h"
@@ -31,13 +31,6 @@ public:
   QString send(oa::oaDesign *design, const QStringList &cellData);
 
 private:
-  // A master as the instances of one block refer to it.
-  struct Placed {
-    Master *master;
-    // The master is this cell itself or one above it.
-    bool isRecursive;
-  };
-
   // A cell that is being sent.
   struct Cell {
     Cell(oa::oaDesign *cellDesign, Master *cellMaster, oa::oaBlock *block);
@@ -51,10 +44,7 @@ private:
     // The reference that follows as soon as the cells above this one on the stack are complete.
     oa::oaRef *waiting = nullptr;
     Master *waitingMaster = nullptr;
-    std::unordered_map<const oa::oaObject *, Placed> placedByHeader;
-    // The entry of the last instance, whose neighbours mostly have the same master.
-    const oa::oaObject *lastHeader = nullptr;
-    Placed *lastPlaced = nullptr;
+    HeaderMap placedByHeader;
   };
 
   void begin(oa::oaDesign *design, Master *master, const QString &cellName, const QStringList &cellData);
@@ -63,11 +53,11 @@ private:
   // These return whether a cell has to be sent first; it is on the stack then, and the reference waits.
   bool sendInst(Cell &cell, oa::oaInst *inst);
   bool sendVia(Cell &cell, oa::oaVia *via);
-  bool descend(Cell &cell, oa::oaRef *ref, Placed &placed);
+  bool descend(Cell &cell, oa::oaRef *ref, const Placed &placed);
   void sendReference(oa::oaRef *ref, const Master &master);
   void printConnectivity(oa::oaDesign *design);
 
-  template <typename Find> Placed &placedOf(Cell &cell, const oa::oaObject *header, Find find);
+  template <typename Find> const Placed &placedOf(Cell &cell, const oa::oaObject *header, Find find);
   void report(const Master &master);
   void reportMissingContent(oa::oaDesign *design);
 

@@ -53,21 +53,37 @@ ShapeSender::ShapeSender(oaPlugInMain &host)
   }
 }
 
+// In the loop itself, because most layouts consist of little else.
+inline void ShapeSender::sendRect(oaRect *rect) {
+  const int layer = layerOf(rect);
+  const int datatype = datatypeOf(rect);
+  if (debug_) {
+    std::printf("box %d %d,", layer, datatype);
+  }
+  oaBox box;
+  rect->getBBox(box);
+  emit host_.addBox(box.left(), box.bottom(), distance(box.left(), box.right()), distance(box.bottom(), box.top()),
+                    layer, datatype);
+}
+
 void ShapeSender::sendShapes(oaBlock *block) {
   unsigned int count = 0;
   oaIter<oaShape> shapes(block->getShapes());
   while (oaShape *shape = shapes.getNext()) {
-    sendShape(shape);
+    const oaTypeEnum type = shape->getType();
+    if (type == oacRectType) {
+      sendRect(static_cast<oaRect *>(shape));
+    } else {
+      sendShape(shape, type);
+    }
     if (debug_ && ++count % kShapesPerDebugLine == 0) {
       std::printf("\n");
     }
   }
 }
 
-void ShapeSender::sendShape(oaShape *shape) {
-  switch (oaTypeEnum(shape->getType())) {
-  case oacRectType:
-    return sendRect(static_cast<oaRect *>(shape));
+void ShapeSender::sendShape(oaShape *shape, oaTypeEnum type) {
+  switch (type) {
   case oacDotType:
     return sendDot(static_cast<oaDot *>(shape));
   case oacPolygonType:
@@ -97,18 +113,6 @@ void ShapeSender::sendShape(oaShape *shape) {
   default:
     return sendUnsupported(shape);
   }
-}
-
-void ShapeSender::sendRect(oaRect *rect) {
-  const int layer = layerOf(rect);
-  const int datatype = datatypeOf(rect);
-  if (debug_) {
-    std::printf("box %d %d,", layer, datatype);
-  }
-  oaBox box;
-  rect->getBBox(box);
-  emit host_.addBox(box.left(), box.bottom(), distance(box.left(), box.right()), distance(box.bottom(), box.top()),
-                    layer, datatype);
 }
 
 void ShapeSender::sendDot(oaDot *dot) {

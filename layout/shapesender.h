@@ -27,7 +27,7 @@ private:
     const QString *trans;
   };
 
-  void sendShape(oa::oaShape *shape);
+  void sendShape(oa::oaShape *shape, oa::oaTypeEnum type);
   void sendRect(oa::oaRect *rect);
   void sendDot(oa::oaDot *dot);
   void sendPolygon(oa::oaPolygon *polygon);

@@ -14,6 +14,7 @@ void oaPlugInMain::removeCell(QString, QString) { reportUnavailable("removeCell"
 void oaPlugInMain::removeLayoutData(QString, QString) { reportUnavailable("removeLayoutData"); }
 void oaPlugInMain::writeLayoutData(QString, QString, QString) { reportUnavailable("writeLayoutData"); }
 void oaPlugInMain::writeCdfData(QString, QString, QString) { reportUnavailable("writeCdfData"); }
+
 QString oaPlugInMain::importLayer(QString, int) {
   reportUnavailable("importLayer");
   return QString();
@@ -22,6 +23,7 @@ QString oaPlugInMain::importLayer(QString, int) {
 // Schematic reader, component library, netlist and parameter query.
 
 void oaPlugInMain::openSchematic(QString, QString, QString, QString) { reportUnavailable("openSchematic"); }
+
 QStringList oaPlugInMain::getComponents(QString, QString, bool) {
   reportUnavailable("getComponents");
   return QStringList();
@@ -34,6 +36,7 @@ bool oaPlugInMain::existComponent(QString, QString) {
 
 void oaPlugInMain::loadComponent(QString, QString) { reportUnavailable("loadComponent"); }
 void oaPlugInMain::loadNetlist(QString, QString, QString) { reportUnavailable("loadNetlist"); }
+
 void oaPlugInMain::getParameter(QString, QString, QString, QStringList *, QStringList *, QStringList *) {
   reportUnavailable("getParameter");
 }
@@ -60,21 +63,26 @@ void oaPlugInMain::savePortRect(int, int, int, int, QString) { reportUnavailable
 void oaPlugInMain::savePort(int, QPoint, bool, QString, QString) { reportUnavailable("savePort"); }
 void oaPlugInMain::saveBusport(QString, QPoint, bool, QString, QString) { reportUnavailable("saveBusport"); }
 void oaPlugInMain::saveGround(int, QPoint) { reportUnavailable("saveGround"); }
+
 void oaPlugInMain::savePlacement(QString, QString, QString, QString, QPoint, QString) {
   reportUnavailable("savePlacement");
 }
+
 void oaPlugInMain::saveVectorPlacement(QString, QString, QString, QString, QPoint, QString, int, int) {
   reportUnavailable("saveVectorPlacement");
 }
+
 void oaPlugInMain::saveStringProp(QString, QString) { reportUnavailable("saveStringProp"); }
 void oaPlugInMain::saveIntProp(QString, int) { reportUnavailable("saveIntProp"); }
 void oaPlugInMain::saveDoubleProp(QString, double) { reportUnavailable("saveDoubleProp"); }
 void oaPlugInMain::saveBoolProp(QString, bool) { reportUnavailable("saveBoolProp"); }
 void oaPlugInMain::savePointProp(QString, QPoint) { reportUnavailable("savePointProp"); }
 void oaPlugInMain::savePlacementConnection(int, QString) { reportUnavailable("savePlacementConnection"); }
+
 void oaPlugInMain::saveVectorPlacementConnection(QString, QString) {
   reportUnavailable("saveVectorPlacementConnection");
 }
+
 void oaPlugInMain::savePropString(QString, QString) { reportUnavailable("savePropString"); }
 void oaPlugInMain::savePropInt(QString, int) { reportUnavailable("savePropInt"); }
 
@@ -86,6 +94,7 @@ QString oaPlugInMain::getViewDump(QString, QString, QString) {
 }
 
 void oaPlugInMain::tclInit(Tcl_Interp *) { reportUnavailable("tclInit"); }
+
 int oaPlugInMain::tclExecFile(Tcl_Interp *, QString) {
   reportUnavailable("tclExecFile");
   return -1;

@@ -53,7 +53,7 @@ oaObject *WholeTableKind::next(const CollectionQuestion &question, Row &position
     }
   } while (!accepts(question, row));
   position = row;
-  return question.table->handle(row);
+  return question.table->handle(row, question.table->kindOf(row));
 }
 
 oaUInt4 WholeTableKind::count(const CollectionQuestion &question) const {

@@ -77,8 +77,8 @@ public:
   void load(const std::string &path);
   // Writes the contents to a new file that replaces `path` atomically: after a crash at any moment the old or the new
   // file is there, whole. Sets the saved time. Raises when anything fails, leaving the old file.
-  // `beforeRename` is called when the new file is complete on disk, right before it takes the old one's place; what it throws ends the
-  // save.
+  // `beforeRename` is called when the new file is complete on disk, right before it takes the old one's place; what it
+  // throws ends the save.
   void writeTo(const std::string &path, const std::function<void()> &beforeRename = {});
   // Kills all handles, the database object's included. The Database object is about to be deleted.
   void killHandles();

@@ -41,8 +41,8 @@ HandleBlock *HandlePool::take() {
   return next_++;
 }
 
-void HandlePool::giveBack(HandleBlock *block) {
-  std::memset(static_cast<void *>(block), 0, sizeof *block);
+void HandlePool::giveBack(HandleBlock *block, Row used) {
+  std::memset(static_cast<void *>(block->handles), 0, std::size_t(used) * sizeof block->handles[0]);
   returned_.push_back(block);
 }
 

@@ -16,8 +16,8 @@ public:
   // Lives until the process ends, also beyond static destruction.
   static HandlePool &instance();
   HandleBlock *take();
-  // Makes all handles of the block dead.
-  void giveBack(HandleBlock *block);
+  // Makes all handles of the block dead; only the first `used` were ever given out.
+  void giveBack(HandleBlock *block, Row used);
 
 private:
   static constexpr std::size_t kChunkBlocks = 128;    // 2 MiB at a time, so that the system can use large pages

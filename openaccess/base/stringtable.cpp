@@ -61,7 +61,10 @@ std::string_view StringTable::view(Row row) const {
                                        " is asked for, but there are " + std::to_string(rowCount()));
   }
   const Span span = spans[row];
-  bytes_.checkSpan(span.begin, span.count, "a text");
+  const Row stored = bytes_.bytes.size();
+  if (span.begin > stored || span.count > stored - span.begin) {
+    bytes_.checkSpan(span.begin, span.count, "a text");
+  }
   return std::string_view(bytes_.bytes.span(span.begin, span.count), span.count);
 }
 

@@ -16,6 +16,7 @@ void raiseDeadObject() {
 
 Table::Table(Database &database, std::uint16_t id, const char *name, TableLife life)
     : database_(&database), id_(id), name_(name), life_(life) {
+  columns_.reserve(12);
   database.addTable(*this);
 }
 
@@ -32,9 +33,9 @@ Row Table::addRows(Row count) {
   return first;
 }
 
-Row Table::nextAlive(Row row) const {
+Row Table::searchAlive(Row row) const {
   const Row end = kinds_ != nullptr ? std::min(rowCount_, kinds_->size()) : rowCount_;
-  for (Row next = row == kNoRow ? 0 : row + 1; next < end; ++next) {
+  for (Row next = row; next < end; ++next) {
     if (kindOf(next) != 0) {
       return next;
     }
@@ -113,9 +114,11 @@ void Table::initHandle(oaObject &object, Row row) {
 }
 
 void Table::killHandles() {
-  for (HandleBlock *block : blocks_) {
-    if (block != nullptr) {
-      HandlePool::instance().giveBack(block);
+  for (std::size_t index = 0; index < blocks_.size(); ++index) {
+    if (blocks_[index] != nullptr) {
+      // Most tables of most designs have a handful of rows.
+      const Row first = static_cast<Row>(index << HandleBlock::kShift);
+      HandlePool::instance().giveBack(blocks_[index], std::min(HandleBlock::kHandles, rowCount_ - first));
     }
   }
   blocks_.clear();

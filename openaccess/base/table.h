@@ -60,7 +60,10 @@ public:
   bool hasDestroyedRows() const { return destroyedRows_ != 0; }
   Row liveRowCount() const { return rowCount_ - destroyedRows_; }
   // The next living row after `row` (kNoRow: the first), or kNoRow.
-  Row nextAlive(Row row) const;
+  Row nextAlive(Row row) const {
+    const Row next = row + 1; // kNoRow + 1 is 0
+    return next < rowCount_ && kindOf(next) != 0 ? next : searchAlive(next);
+  }
   // Number of living rows of a table with kinds. Counts once after loading, since a file does not say it.
   Row countAlive() const;
   // Raises oacInvalidReference when `row`, read from a file, is not a living row of this table. `what` names the
@@ -116,6 +119,8 @@ protected:
 private:
   friend class ColumnBase;
   void addColumn(ColumnBase &column) { columns_.push_back(&column); }
+  // The first living row from `row` on, or kNoRow.
+  Row searchAlive(Row row) const;
   HandleBlock *addBlock(std::size_t index);
   void initHandle(oaObject &object, Row row);
 

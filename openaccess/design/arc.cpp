@@ -4,7 +4,9 @@
 #include "oa/oaLine.h"
 #include "shapeaccess.h"
 
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace OpenAccess_4 {
 
@@ -40,67 +42,66 @@ struct ArcRow : ShapeRow {
   }
 };
 
-// Where the ellipse crosses the edges of a box: the angle, and whether it goes in or out there.
-struct Crossing {
-  double angle;
-  bool isEntry;
-};
-
-class BoxCrossings {
+// The part of an ellipse that lies in a box, when it is one piece.
+class EllipseInBox {
 public:
-  BoxCrossings(const oaBox &ellipse, const oaBox &box) : box_(box) {
-    x_ = (double(ellipse.left()) + ellipse.right()) / 2;
-    y_ = (double(ellipse.bottom()) + ellipse.top()) / 2;
-    radiusX_ = (double(ellipse.right()) - ellipse.left()) / 2;
-    radiusY_ = (double(ellipse.top()) - ellipse.bottom()) / 2;
-    for (const double edge : {double(box.left()), double(box.right())}) {
-      const double cosine = (edge - x_) / radiusX_;
+  EllipseInBox(const oaBox &ellipse, const oaBox &box, double slackDbu)
+      : left_(box.left() - slackDbu), bottom_(box.bottom() - slackDbu), right_(box.right() + slackDbu), top_(box.top() + slackDbu),
+        x_((double(ellipse.left()) + ellipse.right()) / 2), y_((double(ellipse.bottom()) + ellipse.top()) / 2),
+        radiusX_((double(ellipse.right()) - ellipse.left()) / 2), radiusY_((double(ellipse.top()) - ellipse.bottom()) / 2) {
+    // Between the angles at which the ellipse meets the lines through the edges it stays inside or outside.
+    for (const double cosine : {(left_ - x_) / radiusX_, (right_ - x_) / radiusX_}) {
       if (std::abs(cosine) <= 1) {
-        consider(std::acos(cosine));
-        consider(-std::acos(cosine));
+        angles_.push_back(reducedAngle(std::acos(cosine)));
+        angles_.push_back(reducedAngle(-std::acos(cosine)));
       }
     }
-    for (const double edge : {double(box.bottom()), double(box.top())}) {
-      const double sine = (edge - y_) / radiusY_;
+    for (const double sine : {(bottom_ - y_) / radiusY_, (top_ - y_) / radiusY_}) {
       if (std::abs(sine) <= 1) {
-        consider(std::asin(sine));
-        consider(M_PI - std::asin(sine));
+        angles_.push_back(reducedAngle(std::asin(sine)));
+        angles_.push_back(reducedAngle(M_PI - std::asin(sine)));
       }
     }
+    std::sort(angles_.begin(), angles_.end());
+    findPassages();
   }
-  const std::vector<Crossing> &crossings() const { return crossings_; }
+  // Points at which the ellipse enters or leaves the box.
+  std::size_t passages() const { return entries_.size() + exits_.size(); }
+  bool isOnePiece() const { return entries_.size() == 1 && exits_.size() == 1; }
+  double start() const { return entries_.front(); }
+  double stop() const { return exits_.front(); }
 
 private:
   bool isInside(double angle) const {
     const double x = x_ + radiusX_ * std::cos(angle), y = y_ + radiusY_ * std::sin(angle);
-    // An arc may run along an edge of its own box; the grid is coarser than this slack.
-    constexpr double kSlackDbu = 1e-3;
-    return x >= box_.left() - kSlackDbu && x <= box_.right() + kSlackDbu && y >= box_.bottom() - kSlackDbu &&
-           y <= box_.top() + kSlackDbu;
+    return x > left_ && x < right_ && y > bottom_ && y < top_;
   }
-  void consider(double angle) {
-    constexpr double kStep = 1e-3, kSame = 1e-6;
-    const bool isInsideBefore = isInside(angle - kStep), isInsideAfter = isInside(angle + kStep);
-    if (isInsideBefore == isInsideAfter) {
-      return; // touches the edge
+  void findPassages() {
+    constexpr double kSame = 1e-9;
+    if (angles_.empty()) {
+      return;
     }
-    const double reduced = reducedAngle(angle);
-    for (const Crossing &known : crossings_) {
-      const double apart = std::abs(known.angle - reduced);
-      if (apart < kSame || 2 * M_PI - apart < kSame) {
-        return;
+    bool isInsideBefore = isInside((angles_.back() - 2 * M_PI + angles_.front()) / 2);
+    for (std::size_t i = 0; i < angles_.size(); ++i) {
+      const double next = i + 1 < angles_.size() ? angles_[i + 1] : angles_.front() + 2 * M_PI;
+      if (next - angles_[i] < kSame) {
+        continue; // the corner of a box, or an edge that only touches
       }
+      const bool isInsideAfter = isInside((angles_[i] + next) / 2);
+      if (isInsideAfter != isInsideBefore) {
+        (isInsideAfter ? entries_ : exits_).push_back(angles_[i]);
+      }
+      isInsideBefore = isInsideAfter;
     }
-    crossings_.push_back({reduced, isInsideAfter});
   }
 
-  oaBox box_;
+  double left_, bottom_, right_, top_;
   double x_, y_, radiusX_, radiusY_;
-  std::vector<Crossing> crossings_;
+  std::vector<double> angles_, entries_, exits_;
 };
 
-// Rounding of the points to the grid may make half a circle a little more.
-constexpr double kHalfTurnSlack = 1e-9;
+// Rounding to the grid may make half an ellipse a little more.
+constexpr double kHalfTurnSlack = 1e-2;
 
 } // namespace
 
@@ -144,19 +145,19 @@ void oaArc::calcArc(const oaBox &ellipseBBox, oaBox &bBox, oaDouble &startAngle,
   if (ellipseBBox.left() >= ellipseBBox.right() || ellipseBBox.bottom() >= ellipseBBox.top()) {
     raiseDesign(oacArcEllipseBBoxInvalid, "the box of an arc's ellipse is inverted or flat");
   }
-  const BoxCrossings found(ellipseBBox, bBox);
-  const std::vector<Crossing> &crossings = found.crossings();
-  if (crossings.size() != 2 || crossings[0].isEntry == crossings[1].isEntry) {
-    raiseDesign(oacArcWrongNumIntercepts, "the box cuts the ellipse at " + std::to_string(crossings.size()) +
-                                              " points, expected 2");
+  EllipseInBox arc(ellipseBBox, bBox, 0);
+  if (!arc.isOnePiece()) {
+    // A box that was rounded to the grid may cut off the extremes.
+    arc = EllipseInBox(ellipseBBox, bBox, 0.5);
   }
-  const Crossing &entry = crossings[0].isEntry ? crossings[0] : crossings[1];
-  const Crossing &exit = crossings[0].isEntry ? crossings[1] : crossings[0];
-  if (sweepOf(entry.angle, exit.angle) > M_PI + kHalfTurnSlack) {
+  if (!arc.isOnePiece()) {
+    raiseDesign(oacArcWrongNumIntercepts, "the box cuts the ellipse at " + std::to_string(arc.passages()) + " points, expected 2");
+  }
+  if (sweepOf(arc.start(), arc.stop()) > M_PI + kHalfTurnSlack) {
     raiseDesign(oacArcTooLarge, "an arc of more than half a turn");
   }
-  startAngle = entry.angle;
-  stopAngle = exit.angle;
+  startAngle = arc.start();
+  stopAngle = arc.stop();
 }
 
 void oaArc::calcBBox(const oaBox &ellipseBBox, oaDouble startAngle, oaDouble stopAngle, oaBox &bBox) {

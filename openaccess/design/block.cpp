@@ -2,6 +2,7 @@
 
 #include "collection.h"
 #include "designaccess.h"
+#include "figureindexes.h"
 #include "oa/oaDesign.h"
 #include "oa/oaLPPHeader.h"
 #include "oa/oaShape.h"
@@ -121,7 +122,9 @@ void oaBlock::initForRegionQuery() { blockRowOf(this); }
 oaCollection<oaShape, oaBlock> oaBlock::getShapes() const {
   static const AllShapesKind kind;
   blockRowOf(this);
-  return CollectionAccess::make<oaCollection<oaShape, oaBlock>>(kind, &designOf(this).shapes, 0);
+  DesignDatabase &design = designOf(this);
+  dropOrphanedDisplays(design);
+  return CollectionAccess::make<oaCollection<oaShape, oaBlock>>(kind, &design.shapes, 0);
 }
 
 oaCollection<oaLPPHeader, oaBlock> oaBlock::getLPPHeaders() const {

@@ -4,6 +4,7 @@
 #include "figureindexes.h"
 
 #include <algorithm>
+#include <typeinfo>
 
 namespace OpenAccess_4 {
 namespace kit {
@@ -128,7 +129,7 @@ void getStoredName(const StringTable &strings, Row name, oaScalarName &out) {
 
 void getStoredName(const StringTable &strings, Row name, const oaNameSpace &ns, oaString &out) {
   // The usual case by far: the native form is what is stored.
-  if (dynamic_cast<const oaNativeNS *>(&ns) != nullptr) {
+  if (typeid(ns) == typeid(oaNativeNS)) {
     strings.get(name, out);
     return;
   }

@@ -156,6 +156,7 @@ void DesignDatabase::checkLoaded() {
 void DesignDatabase::beforeDrop() { forgetMasters(); }
 
 void DesignDatabase::beforeSave() {
+  dropOrphanedDisplays(*this);
   const Row block = blockRow();
   if (block != kNoRow) {
     blocks.shapeBox.set(block, shapeBox());
@@ -188,6 +189,7 @@ const oaBox &DesignDatabase::blockBox() {
   }
   isFindingBlockBox_ = true;
   try {
+    dropOrphanedDisplays(*this);
     blockBox_ = shapeBox();
     mergeDisplayBoxes(*this, blockBox_);
     mergeRefBoxes(*this, blockBox_);

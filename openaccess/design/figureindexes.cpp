@@ -140,6 +140,7 @@ void buildDisplays(DesignDatabase &design) {
 } // namespace
 
 oaCollection<oaShape, oaLPPHeader> shapesOnLpp(DesignDatabase &design, Row lpp) {
+  dropOrphanedDisplays(design);
   static const OwnedShapesKind kind(&DesignDatabase::shapesOfLpp, lppColumn);
   return CollectionAccess::make<oaCollection<oaShape, oaLPPHeader>>(kind, &design.shapes, lpp);
 }
@@ -238,6 +239,25 @@ std::vector<Row> displaysOf(DesignDatabase &design, const Table &table, Row row)
 const std::vector<Row> &allDisplays(DesignDatabase &design) {
   buildDisplays(design);
   return design.displaysOfObject.rows(kAllDisplays);
+}
+
+void dropOrphanedDisplays(DesignDatabase &design) {
+  if (design.textDisplays.rowCount() == 0) {
+    return;
+  }
+  const bool wasModified = design.isModified();
+  const std::vector<Row> displays = allDisplays(design); // a copy: destroying may build the index anew
+  for (const Row shape : displays) {
+    if (!design.shapes.isAlive(shape)) {
+      continue;
+    }
+    const Row payload = checkedRow(design.textDisplays, design.shapes.payload[shape], "a text display");
+    const Table *table = design.table(design.textDisplays.objectTable[payload]);
+    if (table == nullptr || table->life() != TableLife::kinds || !table->isAlive(design.textDisplays.objectRow[payload])) {
+      design.destroyRow(design.shapes, shape);
+    }
+  }
+  design.setModified(wasModified);
 }
 
 void displayShows(DesignDatabase &design, Row displayShape) {

@@ -43,6 +43,8 @@ std::vector<Row> displaysOf(DesignDatabase &design, const Table &table, Row row)
 // The displays' shape rows, of all objects.
 const std::vector<Row> &allDisplays(DesignDatabase &design);
 void displayShows(DesignDatabase &design, Row displayShape);
+// Destroys the displays whose object is gone: nobody tells when a property goes, and a file may hold any. Called before displays are met.
+void dropOrphanedDisplays(DesignDatabase &design);
 
 } // namespace kit
 } // namespace OpenAccess_4

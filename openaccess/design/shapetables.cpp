@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <sys/mman.h>
 
 namespace OpenAccess_4 {
 namespace kit {
@@ -11,16 +10,6 @@ namespace kit {
 Row roomFor(Row row) {
   constexpr std::uint64_t kSmallest = 64;
   return static_cast<Row>(std::min<std::uint64_t>(std::max<std::uint64_t>(kSmallest, std::uint64_t(row) * 2), kNoRow));
-}
-
-void preferLargePages(void *memory, std::size_t bytes) {
-  constexpr std::size_t kPageBytes = std::size_t(2) << 20;
-  const std::uintptr_t begin = (reinterpret_cast<std::uintptr_t>(memory) + kPageBytes - 1) & ~(kPageBytes - 1);
-  const std::uintptr_t end = (reinterpret_cast<std::uintptr_t>(memory) + bytes) & ~(kPageBytes - 1);
-  if (begin < end) {
-    // A wish; without it everything works as before.
-    static_cast<void>(::madvise(reinterpret_cast<void *>(begin), end - begin, MADV_HUGEPAGE));
-  }
 }
 
 LPPTable::LPPTable(Database &database) : Table(database, kLPPTable, "lpps", TableLife::kinds) { setKindColumn(kind); }

@@ -17,8 +17,6 @@ struct PoolSpan {
 
 // Rows to make room for when `row` is the last one so far.
 Row roomFor(Row row);
-// Asks the system for large pages: faults on small ones cost more than filling them.
-void preferLargePages(void *memory, std::size_t bytes);
 
 // A column of a table with very many rows, which are nearly always added in order and read in order.
 template <typename T> class LongColumn : public Column<T> {
@@ -54,7 +52,6 @@ private:
   void makeRoom(Row row) {
     if (row >= this->capacity_ || this->image_ != nullptr) {
       this->reserve(roomFor(row));
-      preferLargePages(this->data_, std::size_t(this->capacity_) * sizeof(T));
     }
   }
 };

@@ -20,7 +20,7 @@ namespace kit {
 
 namespace {
 
-constexpr std::size_t kMasterTagLimitBytes = 64 * 1024;
+constexpr std::size_t kMasterTagLimitBytes = 0x10000;
 
 struct CloseDirectory {
   void operator()(DIR *directory) const { ::closedir(directory); }
@@ -142,7 +142,7 @@ std::vector<std::string> visibleFiles(const std::string &directory) {
 }
 
 std::string findPrimaryFile(const std::string &directory) {
-  const std::string tagged = fileOfMasterTag(directory);
+  std::string tagged = fileOfMasterTag(directory);
   if (!tagged.empty() && isRegularFile(directory + "/" + tagged)) {
     return tagged;
   }

@@ -28,7 +28,7 @@ int digitValue(char c) {
 std::string diskName(const oaScalarName &name) {
   oaString text;
   name.get(oaUnixNS(), text);
-  const std::string disk(text);
+  std::string disk(text);
   if (disk.empty() || disk.size() > kMaxDiskNameBytes) {
     raiseBase(oacInvalidNameLength, "name \"" + disk.substr(0, 40) + (disk.size() > 40 ? "...\"" : "\"") + ": has " +
                                         std::to_string(disk.size()) + " bytes on disk, expected 1 to " +

@@ -42,8 +42,10 @@ void setAttributes(kit::LibraryFile &file, const oaDMAttrArray &attributes, cons
       return std::isalnum(c) != 0 || c == '_' || c == '-' || c == '.';
     };
     if (name.empty() || !std::all_of(name.begin(), name.end(), isNameCharacter)) {
-      raiseDM(oacLibDataFileSyntaxError, "library " + label + ": \"" + name +
-                                             "\" is no attribute name; letters, digits, '_', '-' and '.' are allowed");
+      std::string message = "library ";
+      message.append(label).append(": \"").append(name);
+      raiseDM(oacLibDataFileSyntaxError,
+              message + "\" is no attribute name; letters, digits, '_', '-' and '.' are allowed");
     }
     file.setAttribute(name, std::string(attributes[i].getValue()));
   }

@@ -16,7 +16,7 @@ namespace kit {
 
 namespace {
 
-constexpr std::size_t kMaxLineBytes = 64 * 1024;
+constexpr std::size_t kMaxLineBytes = 0x10000;
 
 bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
 

@@ -35,7 +35,7 @@ struct LibDefText {
   std::string error;
 };
 
-constexpr std::size_t kLibDefLimitBytes = 16 * 1024 * 1024;
+constexpr std::size_t kLibDefLimitBytes = 0x1000000;
 
 LibDefText parseLibDefs(const std::string &text);
 

@@ -52,7 +52,7 @@ std::string textOfMember(const LibDefMember &member) {
     text += assign + "libMode " + (member.mode == oacReadOnlyLibMode ? "readOnly" : "nonShared") + "\n";
   }
   for (const auto &[name, value] : member.attributes) {
-    text += assign + name + " " + value + "\n";
+    text.append(assign).append(name).append(" ").append(value).append("\n");
   }
   return text;
 }

@@ -13,7 +13,7 @@ namespace kit {
 
 namespace {
 
-constexpr std::size_t kLimitBytes = 64 * 1024;
+constexpr std::size_t kLimitBytes = 0x10000;
 
 // Start tags one after the other, with their attributes. Whatever stands between tags is passed over.
 class TagReader {

@@ -13,9 +13,7 @@ namespace kit {
 
 ColumnBase::ColumnBase(Table &table, std::uint16_t id, const char *name, std::uint32_t elementBytes,
                        const void *defaultValue)
-    : table_(table), name_(name), id_(id), elementBytes_(elementBytes),
-      default_(static_cast<const unsigned char *>(defaultValue),
-               static_cast<const unsigned char *>(defaultValue) + elementBytes) {
+    : table_(table), name_(name), id_(id), elementBytes_(elementBytes), default_(defaultValue) {
   table.addColumn(*this);
 }
 
@@ -25,7 +23,7 @@ ColumnBase &ColumnBase::refersTo(std::uint16_t table, std::uint32_t offsetBytes)
   ColumnReference reference;
   reference.table = table;
   reference.offsetBytes = offsetBytes;
-  references_.push_back(reference);
+  references_.add(reference);
   return *this;
 }
 
@@ -34,7 +32,7 @@ ColumnBase &ColumnBase::refersTo(std::uint16_t (*tableOf)(const Table &, Row), s
   reference.table = kTableFromRow;
   reference.offsetBytes = offsetBytes;
   reference.tableOf = tableOf;
-  references_.push_back(reference);
+  references_.add(reference);
   return *this;
 }
 
@@ -43,7 +41,7 @@ ColumnBase &ColumnBase::spansPool(std::uint16_t table, std::uint32_t beginOffset
   reference.table = table;
   reference.offsetBytes = beginOffsetBytes;
   reference.countOffsetBytes = static_cast<std::int32_t>(countOffsetBytes);
-  references_.push_back(reference);
+  references_.add(reference);
   return *this;
 }
 
@@ -138,7 +136,7 @@ void ColumnBase::grow(Row rows) {
   }
   // The one new row of an append is filled by the caller; rows skipped over get the default.
   for (Row row = size_; row < rows; ++row) {
-    std::memcpy(data_ + std::size_t(row) * elementBytes_, default_.data(), elementBytes_);
+    std::memcpy(data_ + std::size_t(row) * elementBytes_, default_, elementBytes_);
   }
   size_ = rows;
 }

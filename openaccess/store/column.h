@@ -10,6 +10,7 @@
 //  verified.
 // Elements are trivially copyable and stored little-endian.
 
+#include <cassert>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -41,6 +42,22 @@ struct ColumnReference {
 };
 constexpr std::uint16_t kTableFromRow = 0xffff;
 
+// The few references of one column, without memory of their own: opening a design makes a hundred columns.
+class ColumnReferences {
+public:
+  void add(const ColumnReference &reference) {
+    assert(count_ < kMost);
+    references_[count_++] = reference;
+  }
+  const ColumnReference *begin() const { return references_; }
+  const ColumnReference *end() const { return references_ + count_; }
+
+private:
+  static constexpr std::size_t kMost = 2;
+  ColumnReference references_[kMost];
+  std::size_t count_ = 0;
+};
+
 // Where a borrowed column lies in an image.
 struct ColumnView {
   const void *elements = nullptr;
@@ -67,12 +84,12 @@ public:
   // Rows that are stored; the others have the default value.
   Row size() const { return size_; }
   bool isBorrowed() const { return image_ != nullptr; }
-  const std::vector<ColumnReference> &references() const { return references_; }
+  const ColumnReferences &references() const { return references_; }
 
   // The bytes of one element; raises oacChecksumMismatch for a damaged segment.
   const void *element(Row row) const {
     if (row >= size_) {
-      return default_.data();
+      return default_;
     }
     if (isUnverified(row)) {
       verifySegmentOf(row);
@@ -115,8 +132,8 @@ protected:
   const DatabaseImage *image_ = nullptr;
   const std::uint64_t *checksums_ = nullptr;
   mutable std::unique_ptr<bool[]> verified_;
-  std::vector<unsigned char> default_;
-  std::vector<ColumnReference> references_;
+  const void *default_; // the typed column's default value
+  ColumnReferences references_;
 };
 
 template <typename T> class Column : public ColumnBase {
@@ -124,7 +141,7 @@ public:
   static_assert(std::is_trivially_copyable<T>::value, "columns are copied to disk as they are");
 
   Column(Table &table, std::uint16_t id, const char *name, const T &defaultValue = T())
-      : ColumnBase(table, id, name, sizeof(T), &defaultValue), defaultValue_(defaultValue) {}
+      : ColumnBase(table, id, name, sizeof(T), &defaultValue_), defaultValue_(defaultValue) {}
 
   T operator[](Row row) const {
     if (row >= size_) {
@@ -152,7 +169,7 @@ public:
   // Elements [begin, begin + count) as they lie in memory, valid until the next change. The caller has checked that
   // they are stored (see Table::checkSpan).
   const T *span(Row begin, Row count) const {
-    if (unverifiedSegments_ != 0 && count != 0) {
+    if (count != 0 && (isUnverified(begin) || isUnverified(begin + count - 1) || count > kSegmentRows)) {
       verify(begin, begin + count);
     }
     return reinterpret_cast<const T *>(data_) + begin;

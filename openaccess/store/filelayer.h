@@ -45,7 +45,8 @@ public:
   // Overwrites at an earlier place.
   void writeAt(const void *bytes, std::size_t count, unsigned long long offsetBytes);
   unsigned long long size() const { return size_; }
-  // `beforeRename` is called when the new contents are on disk, right before they replace the old ones; when it throws, they do not.
+  // `beforeRename` is called when the new contents are on disk, right before they replace the old ones; when it throws,
+  // they do not.
   void commit(const std::function<void()> &beforeRename = {});
 
 private:

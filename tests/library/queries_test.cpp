@@ -88,6 +88,9 @@ TEST(Queries, AccessHeldByTheCallerIsKept) {
     oaLib *lib = oaLib::find(scalar("chip"));
     ASSERT_TRUE(lib->getAccess(oaLibAccess("write"), 0));
     EXPECT_EQ(plugIn.getCellNames("chip").size(), 3);
+    // The kit counts a new cell last as long as the access lasts.
+    oaCell::get(lib, scalar("a"));
+    EXPECT_EQ(plugIn.getCellNames("chip").join(" ").toStdString(), "Buf a and2 inv");
     EXPECT_EQ(plugIn.getViewType("chip", "inv", "layout"), QString("maskLayout"));
     EXPECT_EQ(lib->getAccessLevel(), oacWriteLibAccessLevel);
     lib->releaseAccess();

@@ -160,8 +160,17 @@ std::pair<pid_t, int> startWriter(const Options &options, const QString &home, i
   return {writer, ends[0]};
 }
 
+// Makes the library, so that the processes that follow do not race for that.
+void makeLibrary(const Options &options, const QString &home) {
+  inOwnProcess([&] {
+    PlugIn plugIn(options.plugIn, home);
+    return std::string("made");
+  });
+}
+
 int runKilled(const Options &options) {
   QTemporaryDir home;
+  makeLibrary(options, home.path());
   std::mt19937 random(options.seed);
   std::string current = versionText(options.boxes, 1);
   // One undisturbed save first; how long it takes sets the range of the moments.
@@ -202,6 +211,7 @@ int runKilled(const Options &options) {
 
 int runRead(const Options &options) {
   QTemporaryDir home;
+  makeLibrary(options, home.path());
   const pid_t writer = ::fork();
   if (writer == 0) {
     PlugIn plugIn(options.plugIn, home.path());
