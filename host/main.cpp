@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 #include <QGuiApplication>
+#include <QtGlobal>
 
 #include <cstdio>
 #include <exception>
@@ -37,8 +38,16 @@ void addGlobalOptions(CLI::App &app, GlobalOptions &options) {
   app.fallthrough();
 }
 
+// Qt's own remarks (a missing runtime directory, say) mean nothing to a user of the command line; what stops the
+// program does.
+void dropQtRemarks(QtMsgType type, const QMessageLogContext &, const QString &text) {
+  if (type == QtCriticalMsg || type == QtFatalMsg)
+    tellUser(text);
+}
+
 // Drawing needs fonts, but never a display.
 std::unique_ptr<QCoreApplication> makeApplication(const CommandContext &context, int &argc, char **argv) {
+  qInstallMessageHandler(dropQtRemarks);
   if (!context.needsDrawing)
     return std::make_unique<QCoreApplication>(argc, argv);
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))

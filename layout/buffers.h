@@ -18,7 +18,9 @@ public:
     if (!text_.isDetached()) {
       text_ = QString();
     }
-    text_.resize(length);
+    if (text_.size() != length) {
+      text_.resize(length);
+    }
     QChar *out = text_.data();
     unsigned char seen = 0;
     for (int i = 0; i < length; ++i) {

@@ -15,7 +15,8 @@ struct Placed {
   bool isRecursive;
 };
 
-// What a block's headers lead to. It is asked once for each instance, so it is a plain open hash on the header's address.
+// What a block's headers lead to. It is asked once for each instance, so it is a plain open hash on the header's
+// address.
 class HeaderMap {
 public:
   // Null for a header that was not inserted. The pointer holds until the next insertion.

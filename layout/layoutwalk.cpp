@@ -8,7 +8,8 @@ LayoutWalk::Cell::Cell(oaDesign *cellDesign, Master *cellMaster, oaBlock *block)
     : design(cellDesign), master(cellMaster), insts(block->getInsts()), vias(block->getVias()) {}
 
 LayoutWalk::LayoutWalk(oaPlugInMain &host, const QString &currentLib)
-    : host_(host), masters_(currentLib), shapes_(host) {}
+    : host_(host), existCell_(host, "existCell(QString)"),
+      addCellRef_(host, "addCellRef(QString,QPoint,QString,QString)"), masters_(currentLib), shapes_(host) {}
 
 QString LayoutWalk::cellNameOf(oaDesign *design, const QStringList &cellData) const {
   return masters_.cellNameOf(design, cellData);
@@ -131,7 +132,7 @@ bool LayoutWalk::descend(Cell &cell, oaRef *ref, const Placed &placed) {
     report(master);
     return false;
   }
-  emit host_.existCell(master.cellName);
+  emit existCell_(master.cellName);
   if (!host_.cellExistsReply && !placed.isRecursive) {
     if (!master.design && !masters_.reopen(master, ref, cell.design)) {
       report(master);
@@ -143,20 +144,20 @@ bool LayoutWalk::descend(Cell &cell, oaRef *ref, const Placed &placed) {
     return true;
   }
   sendReference(ref, master);
-  if (master.design && !placed.isRecursive) {
+  if (!placed.isRecursive) {
     masters_.released(master);
   }
   return false;
 }
 
 void LayoutWalk::sendReference(oaRef *ref, const Master &master) {
-  oaPoint origin;
-  ref->getOrigin(origin);
-  const QPoint at(origin.x(), origin.y());
-  const QString &trans = shapes_.transOf(ref->getOrient());
+  oaTransform xform;
+  ref->getTransform(xform);
+  const QPoint at(xform.xOffset(), xform.yOffset());
+  const QString &trans = shapes_.transOf(xform.orient());
   const oaTypeEnum type = ref->getType();
   if (type == oacStdViaType || type == oacCustomViaType) {
-    emit host_.addCellRef(master.cellName, at, trans, master.viaDefName);
+    emit addCellRef_(master.cellName, at, trans, master.viaDefName);
     return;
   }
   static_cast<oaInst *>(ref)->getName(oaConvert::ns, nameText_);
@@ -166,7 +167,7 @@ void LayoutWalk::sendReference(oaRef *ref, const Master &master) {
     emit host_.addCellRefArray(master.cellName, at, array->getDX(), array->getDY(), int(array->getNumCols()),
                                int(array->getNumRows()), trans, name);
   } else {
-    emit host_.addCellRef(master.cellName, at, trans, name);
+    emit addCellRef_(master.cellName, at, trans, name);
   }
 }
 

@@ -9,6 +9,7 @@
 #include <QStringList>
 
 #include "buffers.h"
+#include "directsignal.h"
 #include "headermap.h"
 #include "mastertable.h"
 #include "oapluginmain.h"
@@ -62,6 +63,8 @@ private:
   void reportMissingContent(oa::oaDesign *design);
 
   oaPlugInMain &host_;
+  const DirectSignal<QString> existCell_;
+  const DirectSignal<QString, QPoint, QString, QString> addCellRef_;
   MasterTable masters_;
   ShapeSender shapes_;
   TextBuffer name_;

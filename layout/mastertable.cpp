@@ -12,9 +12,6 @@ namespace {
 // View name of the host's component views, which are no layouts.
 const char kComponentViewName[] = "TarnwickdaleComponent";
 
-// Open masters from which on one is closed as soon as it was sent.
-const size_t kManyMasters = 256;
-
 QString withCause(const QString &object, const oaException &exception) {
   return object + QLatin1String(": ") + oaConvert::toString(exception.getMsg());
 }
@@ -284,10 +281,7 @@ void MasterTable::opened(Master &master, oaDesign *design) {
   master.cellName = cellNameOf(design, master.cellData);
 }
 
-void MasterTable::released(Master &master) {
-  if (!master.design || openCount_ <= kManyMasters) {
-    return;
-  }
+void MasterTable::close(Master &master) {
   DesignHolder closed(master.design);
   master.design = nullptr;
   --openCount_;

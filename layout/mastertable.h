@@ -49,18 +49,26 @@ public:
   bool reopen(Master &master, oa::oaRef *ref, oa::oaDesign *parent);
   // The walk needs the master no more, at least for now. A number of masters stay open for hosts that want cells again;
   // above that it is closed, which keeps wide hierarchies within the system's limits on mapped files.
-  void released(Master &master);
+  void released(Master &master) {
+    if (openCount_ > kManyMasters && master.design) {
+      close(master);
+    }
+  }
 
   QString cellNameOf(oa::oaDesign *design, const QStringList &cellData) const;
   // "lib/cell/view" of a design.
   static QString pathOf(oa::oaDesign *design);
 
 private:
+  // Open masters from which on one is closed as soon as it was sent.
+  static const size_t kManyMasters = 256;
+
   struct CellPath;
 
   void open(Master &master, const CellPath &path, const oa::oaParamArray &params, Master::Fault failure);
   void openStdVia(Master &master, oa::oaViaDef *viaDef, oa::oaViaParam &params);
   void opened(Master &master, oa::oaDesign *design);
+  void close(Master &master);
   Master *findStdVia(oa::oaStdVia *via, oa::oaDesign *parent);
   Master *findCustomVia(oa::oaCustomVia *via, oa::oaDesign *parent);
   oa::oaViaDef *viaDefOf(oa::oaVia *via, oa::oaDesign *parent);

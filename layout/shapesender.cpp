@@ -46,8 +46,10 @@ bool extensionOf(oaEndStyle style, oaDist width, oaDist variableExt, oaDist &ext
 } // namespace
 
 ShapeSender::ShapeSender(oaPlugInMain &host)
-    : host_(host), debug_(oaConvert::debug), layerLimit_(limitOf(host.layerMax)),
-      datatypeLimit_(limitOf(host.datatypeMax)) {
+    : host_(host), addBox_(host, "addBox(int,int,int,int,int,int)"), addPolygon_(host, "addPolygon(QPolygon,int,int)"),
+      addPath_(host, "addPath(QPolygon,int,int,int,int,int,int)"),
+      addText_(host, "addText(QString,QPoint,int,int,int,int,QString)"), debug_(oaConvert::debug),
+      layerLimit_(limitOf(host.layerMax)), datatypeLimit_(limitOf(host.datatypeMax)) {
   for (int orient = 0; orient < 8; ++orient) {
     trans_[orient] = oaConvert::toTrans(oaOrient(oaOrientEnum(orient)));
   }
@@ -62,8 +64,8 @@ inline void ShapeSender::sendRect(oaRect *rect) {
   }
   oaBox box;
   rect->getBBox(box);
-  emit host_.addBox(box.left(), box.bottom(), distance(box.left(), box.right()), distance(box.bottom(), box.top()),
-                    layer, datatype);
+  emit addBox_(box.left(), box.bottom(), distance(box.left(), box.right()), distance(box.bottom(), box.top()), layer,
+               datatype);
 }
 
 void ShapeSender::sendShapes(oaBlock *block) {
@@ -123,8 +125,8 @@ void ShapeSender::sendDot(oaDot *dot) {
   dot->getLocation(location);
   const int width = int(dot->getWidth());
   const int height = int(dot->getHeight());
-  emit host_.addBox(distance(width / 2, location.x()), distance(height / 2, location.y()), width, height, layerOf(dot),
-                    datatypeOf(dot));
+  emit addBox_(distance(width / 2, location.x()), distance(height / 2, location.y()), width, height, layerOf(dot),
+               datatypeOf(dot));
 }
 
 void ShapeSender::sendPolygon(oaPolygon *polygon) {
@@ -255,18 +257,18 @@ template <typename Text> ShapeSender::Label ShapeSender::labelOf(const Text *tex
 
 // Sends `text_`.
 void ShapeSender::emitText(oaShape *shape, const Label &label) {
-  emit host_.addText(qtText_.set(text_), QPoint(label.origin.x(), label.origin.y()), int(label.height), layerOf(shape),
-                     datatypeOf(shape), label.presentation, *label.trans);
+  emit addText_(qtText_.set(text_), QPoint(label.origin.x(), label.origin.y()), int(label.height), layerOf(shape),
+                datatypeOf(shape), label.presentation, *label.trans);
 }
 
 // Sends `points_`.
 void ShapeSender::emitPolygon(oaShape *shape) {
-  emit host_.addPolygon(polygon_.set(points_), layerOf(shape), datatypeOf(shape));
+  emit addPolygon_(polygon_.set(points_), layerOf(shape), datatypeOf(shape));
 }
 
 void ShapeSender::emitPath(oaShape *shape, const QPolygon &points, oaDist width, int caps, oaDist beginExt,
                            oaDist endExt) {
-  emit host_.addPath(points, layerOf(shape), datatypeOf(shape), int(width), caps, int(beginExt), int(endExt));
+  emit addPath_(points, layerOf(shape), datatypeOf(shape), int(width), caps, int(beginExt), int(endExt));
 }
 
 void ShapeSender::sendPinLabels(oaBlock *block) {
@@ -306,6 +308,6 @@ void ShapeSender::sendPinLabel(oaPinFig *fig) {
     origin.set(oaCoord((oaInt8(box.left()) + box.right()) / 2), oaCoord((oaInt8(box.bottom()) + box.top()) / 2));
   }
   const oaShape *shape = fig->isShape() ? static_cast<oaShape *>(fig) : nullptr; // a via or an instance has no layer
-  emit host_.addText(qtText_.set(text_), QPoint(origin.x(), origin.y()), int(height), shape ? layerOf(shape) : 0,
-                     shape ? datatypeOf(shape) : 0, 0, QString());
+  emit addText_(qtText_.set(text_), QPoint(origin.x(), origin.y()), int(height), shape ? layerOf(shape) : 0,
+                shape ? datatypeOf(shape) : 0, 0, QString());
 }

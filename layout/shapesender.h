@@ -4,6 +4,7 @@
 #include <QString>
 
 #include "buffers.h"
+#include "directsignal.h"
 #include "oapluginmain.h"
 
 // Sends the shapes and pin labels of blocks, one function for each kind of shape. Nothing in a block is changed: what
@@ -56,6 +57,10 @@ private:
   static int within(unsigned int number, unsigned int limit) { return number < limit ? int(number) : 0; }
 
   oaPlugInMain &host_;
+  const DirectSignal<int, int, int, int, int, int> addBox_;
+  const DirectSignal<QPolygon, int, int> addPolygon_;
+  const DirectSignal<QPolygon, int, int, int, int, int, int> addPath_;
+  const DirectSignal<QString, QPoint, int, int, int, int, QString> addText_;
   const bool debug_;
   const unsigned int layerLimit_;
   const unsigned int datatypeLimit_;

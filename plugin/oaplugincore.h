@@ -1,12 +1,14 @@
 #ifndef OAPLUGINCORE_H
 #define OAPLUGINCORE_H
 
-// The operations that the host editor calls. The order of the virtual functions is the binary interface: a new operation goes to
-// the end, and none is ever moved or removed. Every operation runs on the calling thread; those that read answer with the
-// signals of the object that implements this interface (see docs/interface.md), which arrive before the operation returns.
+// The operations that the host editor calls. The order of the virtual functions is the binary interface: a new
+// operation goes to the end, and none is ever moved or removed. Every operation runs on the calling thread; those that
+// read answer with the signals of the object that implements this interface (see docs/interface.md), which arrive
+// before the operation returns.
 //
-// Names travel as text in the native name space. Coordinates, widths, heights and pitches are database units. Operations that
-// meet an OpenAccess error print "ERROR (<operation>): <message> \n" on standard output and return an empty or false result.
+// Names travel as text in the native name space. Coordinates, widths, heights and pitches are database units.
+// Operations that meet an OpenAccess error print "ERROR (<operation>): <message> \n" on standard output and return an
+// empty or false result.
 
 #include <QPoint>
 #include <QPolygon>
@@ -75,8 +77,8 @@ public:
   virtual int tclExecFile(Tcl_Interp *interp, QString file) = 0;
   virtual int tclExec(Tcl_Interp *interp, QString command) = 0;
 
-  // Opens an existing layout for appending as the current design, keeping its contents, and returns the master of the named
-  // instance as "lib/cell/view", or an empty text when the block has no such instance.
+  // Opens an existing layout for appending as the current design, keeping its contents, and returns the master of the
+  // named instance as "lib/cell/view", or an empty text when the block has no such instance.
   virtual QString getInst(QString lib, QString cell, QString view, QString instance) = 0;
 
   // Plain settings.
@@ -97,12 +99,13 @@ public:
   virtual void savePolygon(int layer, int datatype, QPolygon points) = 0;
   // `caps`: 1 round, 2 extended by half the width, otherwise flush. A width of 0 or less writes a line.
   virtual void savePath(QPolygon points, int width, int layer, int datatype, int caps) = 0;
-  // `presentation` is the horizontal position (0 left, 1 centre, 2 right) plus 4 times the vertical one (0 upper, 1 centre,
-  // 2 lower).
-  virtual void saveText(int layer, int datatype, QString text, QPoint origin, int presentation, QString trans, int height) = 0;
-  // Places lib/cell/view at `origin`. `parameterNames`/`parameterValues` run parallel; so do `terminalNames`/`netNames`, which
-  // connect the instance's terminals (by name) to nets of the current block; a net that does not exist is created. An empty
-  // `instance` gets an automatic name.
+  // `presentation` is the horizontal position (0 left, 1 centre, 2 right) plus 4 times the vertical one (0 upper, 1
+  // centre, 2 lower).
+  virtual void saveText(int layer, int datatype, QString text, QPoint origin, int presentation, QString trans,
+                        int height) = 0;
+  // Places lib/cell/view at `origin`. `parameterNames`/`parameterValues` run parallel; so do
+  // `terminalNames`/`netNames`, which connect the instance's terminals (by name) to nets of the current block; a net
+  // that does not exist is created. An empty `instance` gets an automatic name.
   virtual void saveCellref(QString lib, QString cell, QString view, QPoint origin, QString trans, QString instance,
                            QStringList parameterNames, QStringList parameterValues, QStringList terminalNames,
                            QStringList netNames) = 0;
@@ -137,9 +140,10 @@ public:
   virtual void savePort(int net, QPoint position, bool global, QString type, QString symbol) = 0;
   virtual void saveBusport(QString name, QPoint position, bool global, QString type, QString symbol) = 0;
   virtual void saveGround(int net, QPoint position) = 0;
-  virtual void savePlacement(QString lib, QString cell, QString view, QString instance, QPoint origin, QString trans) = 0;
-  virtual void saveVectorPlacement(QString lib, QString cell, QString view, QString instance, QPoint origin, QString trans,
-                                   int start, int stop) = 0;
+  virtual void savePlacement(QString lib, QString cell, QString view, QString instance, QPoint origin,
+                             QString trans) = 0;
+  virtual void saveVectorPlacement(QString lib, QString cell, QString view, QString instance, QPoint origin,
+                                   QString trans, int start, int stop) = 0;
 
   // Properties of the last placed instance.
   virtual void saveStringProp(QString name, QString value) = 0;

@@ -6,10 +6,6 @@
 
 namespace OpenAccess_4 {
 
-oaObject *oaBaseIter::nextObject() {
-  return collection_.kind_->next(kit::CollectionAccess::question(collection_), position_, hint_);
-}
-
 oaUInt4 oaBaseCollection::getCount() const { return kind_->count(kit::CollectionAccess::question(*this)); }
 
 oaBoolean oaBaseCollection::isEmpty() const {

@@ -10,22 +10,6 @@
 namespace OpenAccess_4 {
 namespace kit {
 
-struct CollectionQuestion {
-  Table *table;
-  Row owner;
-  oaUInt4 flags;
-};
-
-class CollectionKind {
-public:
-  virtual ~CollectionKind() = default;
-  // The member after `position` (kNoRow: the first), or NULL. Updates `position`; `hint` starts at 0 and belongs to the
-  // kind.
-  virtual oaObject *next(const CollectionQuestion &question, Row &position, Row &hint) const = 0;
-  // Number of members; the default walks.
-  virtual oaUInt4 count(const CollectionQuestion &question) const;
-};
-
 // All living rows of the table.
 class WholeTableKind : public CollectionKind {
 public:
@@ -58,9 +42,7 @@ public:
   static Collection make(const CollectionKind &kind, Table *table, Row owner, oaUInt4 flags = 0) {
     return Collection(oaBaseCollection(&kind, table, owner, flags));
   }
-  static CollectionQuestion question(const oaBaseCollection &collection) {
-    return {collection.table_, collection.owner_, collection.flags_};
-  }
+  static CollectionQuestion question(const oaBaseCollection &collection) { return collection.question_; }
 };
 
 // A collection of all living rows of `table`.

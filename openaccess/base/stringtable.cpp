@@ -52,7 +52,7 @@ Row StringTable::intern(std::string_view text) {
   return row;
 }
 
-std::string_view StringTable::view(Row row) const {
+std::string_view StringTable::findView(Row row) const {
   if (row == kNoString) {
     return std::string_view();
   }

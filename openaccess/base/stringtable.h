@@ -34,7 +34,18 @@ public:
   // layers.
   Row intern(std::string_view text);
   // Raises oacInvalidStringRef for a row that does not exist. Valid until the next add.
-  std::string_view view(Row row) const;
+  std::string_view view(Row row) const {
+    const Span *span = spans.ready(row);
+    if (__builtin_expect(span != nullptr && span->count != 0 && span->count <= kSegmentRows, 1)) {
+      // Both ends at hand means that the text lies in segments that are verified.
+      const char *first = bytes_.bytes.ready(span->begin);
+      const Row last = span->begin + (span->count - 1);
+      if (__builtin_expect(first != nullptr && last >= span->begin && bytes_.bytes.ready(last) != nullptr, 1)) {
+        return std::string_view(first, span->count);
+      }
+    }
+    return findView(row);
+  }
   std::string text(Row row) const { return std::string(view(row)); }
   void get(Row row, oaString &out) const;
 
@@ -48,6 +59,7 @@ public:
   Column<Span> spans{*this, 1, "spans"};
 
 private:
+  std::string_view findView(Row row) const;
   StringBytes bytes_;
   // Filled from the file's strings at the first intern().
   bool isInternBuilt_ = false;

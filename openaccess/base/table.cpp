@@ -91,6 +91,7 @@ void Table::setKind(Row row, std::uint8_t kind) {
   object.type_ = kind;
   if (kind == 0) {
     object.table_ = nullptr;
+    object.aside_ = 0;
   }
 }
 

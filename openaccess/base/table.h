@@ -101,6 +101,13 @@ public:
     object.type_ = kind;
     return &object;
   }
+  // The same, with a note of the table's own that asideOf() gives back as long as the handle lives. 0 means no note.
+  oaObject *handle(Row row, std::uint8_t kind, std::uint16_t aside) {
+    oaObject *object = handle(row, kind);
+    object->aside_ = aside;
+    return object;
+  }
+  static void dropAside(oaObject *object) { object->aside_ = 0; }
   // Sets the kind of a row. 0 destroys it: its handle, if any, reads as dead from now on.
   void setKind(Row row, std::uint8_t kind);
   // Makes every handle of this table dead and gives its memory back.
@@ -177,6 +184,7 @@ private:
 // Access to the table and row behind an API object. Every member function of the API begins with one of these.
 inline Table *tableOf(const oaObject *object) { return object->table_; }
 inline Row rowOf(const oaObject *object) { return object->row_; }
+inline std::uint16_t asideOf(const oaObject *object) { return object->aside_; }
 [[noreturn]] void raiseDeadObject();
 // The table of a living object; raises oacDeletedDatabase for a dead one and for NULL.
 inline Table &liveTable(const oaObject *object) {

@@ -35,7 +35,8 @@ void checkEdges(oaUInt4 edges) {
 struct ArcRow : ShapeRow {
   ArcTable::Arc arc;
 
-  explicit ArcRow(const oaArc *object) : ShapeRow(shapeRow(object, oacArcType, arcsOf)), arc(design.arcs.arcs[payload]) {
+  explicit ArcRow(const oaArc *object)
+      : ShapeRow(shapeRow(object, oacArcType, arcsOf)), arc(design.arcs.arcs[payload]) {
     if (!std::isfinite(arc.startRadians) || !std::isfinite(arc.stopRadians)) {
       raiseCorrupted(design.arcs, payload, "an angle is no number");
     }
@@ -46,9 +47,10 @@ struct ArcRow : ShapeRow {
 class EllipseInBox {
 public:
   EllipseInBox(const oaBox &ellipse, const oaBox &box, double slackDbu)
-      : left_(box.left() - slackDbu), bottom_(box.bottom() - slackDbu), right_(box.right() + slackDbu), top_(box.top() + slackDbu),
-        x_((double(ellipse.left()) + ellipse.right()) / 2), y_((double(ellipse.bottom()) + ellipse.top()) / 2),
-        radiusX_((double(ellipse.right()) - ellipse.left()) / 2), radiusY_((double(ellipse.top()) - ellipse.bottom()) / 2) {
+      : left_(box.left() - slackDbu), bottom_(box.bottom() - slackDbu), right_(box.right() + slackDbu),
+        top_(box.top() + slackDbu), x_((double(ellipse.left()) + ellipse.right()) / 2),
+        y_((double(ellipse.bottom()) + ellipse.top()) / 2), radiusX_((double(ellipse.right()) - ellipse.left()) / 2),
+        radiusY_((double(ellipse.top()) - ellipse.bottom()) / 2) {
     // Between the angles at which the ellipse meets the lines through the edges it stays inside or outside.
     for (const double cosine : {(left_ - x_) / radiusX_, (right_ - x_) / radiusX_}) {
       if (std::abs(cosine) <= 1) {
@@ -151,7 +153,8 @@ void oaArc::calcArc(const oaBox &ellipseBBox, oaBox &bBox, oaDouble &startAngle,
     arc = EllipseInBox(ellipseBBox, bBox, 0.5);
   }
   if (!arc.isOnePiece()) {
-    raiseDesign(oacArcWrongNumIntercepts, "the box cuts the ellipse at " + std::to_string(arc.passages()) + " points, expected 2");
+    raiseDesign(oacArcWrongNumIntercepts,
+                "the box cuts the ellipse at " + std::to_string(arc.passages()) + " points, expected 2");
   }
   if (sweepOf(arc.start(), arc.stop()) > M_PI + kHalfTurnSlack) {
     raiseDesign(oacArcTooLarge, "an arc of more than half a turn");

@@ -6,8 +6,8 @@
 namespace OpenAccess_4 {
 namespace kit {
 
-// The attributes of an object that a text display can show: those of nets, terminals, instances, instance terminals and designs. NULL for
-// types that have none.
+// The attributes of an object that a text display can show: those of nets, terminals, instances, instance terminals and
+// designs. NULL for types that have none.
 const oaEnumNames *attributesOf(oaTypeEnum type);
 // "cellName" and the like.
 const oaString &attributeName(oaTypeEnum type, oaUInt4 attribute);

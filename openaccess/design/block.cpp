@@ -9,6 +9,8 @@
 #include "oa/oaTech.h"
 #include "viewtypes.h"
 
+#include <algorithm>
+
 namespace OpenAccess_4 {
 
 using namespace kit;
@@ -31,18 +33,37 @@ namespace {
   return nullptr;
 }
 
-// All shapes: the walk that reads a layout.
+// All shapes: the walk that reads a layout. `hint` is the row up to which the segments of a file have been verified and
+// handles have room, so that a step is a few loads and stores.
 class AllShapesKind : public WholeTableKind {
 public:
-  oaObject *next(const CollectionQuestion &question, Row &position, Row &) const override {
+  oaObject *next(const CollectionQuestion &question, Row &position, Row &hint) const override {
     ShapeTable &shapes = static_cast<ShapeTable &>(*question.table);
     const Row row = position + 1; // kNoRow + 1 is 0
-    const std::uint8_t *kind = shapes.kind.ready(row);
-    if (OA_LIKELY(kind != nullptr && ShapeTable::isShapeKind(*kind))) {
-      position = row;
-      return shapes.handle(row, *kind);
+    if (OA_LIKELY(row < hint && row < shapes.kind.size())) {
+      const std::uint8_t kind = shapes.kind.raw()[row];
+      if (OA_LIKELY(ShapeTable::isShapeKind(kind))) {
+        position = row;
+        return shapes.handle(row, kind, designOf(shapes).asideOfLpp(shapes.lpp.raw()[row]));
+      }
     }
-    return findNextShape(shapes, row, position);
+    return prepareAndFind(shapes, row, position, hint);
+  }
+
+private:
+  static oaObject *prepareAndFind(ShapeTable &shapes, Row row, Row &position, Row &hint) {
+    oaObject *found = findNextShape(shapes, row, position);
+    if (found != nullptr) {
+      const Row begin = position + 1;
+      const Row blockEnd = (position | (HandleBlock::kHandles - 1)) + 1;
+      const Row end = std::min({blockEnd, shapes.kind.size(), shapes.lpp.size()});
+      hint = begin;
+      if (begin < end && shapes.kind.ready(begin) != nullptr && shapes.kind.ready(end - 1) != nullptr) {
+        shapes.lpp.verify(begin, end);
+        hint = end;
+      }
+    }
+    return found;
   }
 };
 

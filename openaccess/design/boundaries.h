@@ -1,8 +1,8 @@
 #ifndef OAKIT_BOUNDARIES_H
 #define OAKIT_BOUNDARIES_H
 
-// Outlines of paths, path segments and curves, apart from any database. Coordinates are database units; results are rounded to the nearest
-// one and end at the limits of the coordinate range.
+// Outlines of paths, path segments and curves, apart from any database. Coordinates are database units; results are
+// rounded to the nearest one and end at the limits of the coordinate range.
 
 #include "oa/oaPathSeg.h"
 #include "oa/oaPointArray.h"
@@ -21,7 +21,8 @@ void segBoundary(const PathSegTable::Segment &segment, oaPointArray &boundary);
 bool isSegDirection(const oaPoint &begin, const oaPoint &end);
 PathSegTable::Segment toSegment(const oaPoint &begin, const oaPoint &end, const oaSegStyle &style);
 
-// Points of an axis-parallel ellipse in its box, at `edges` equal steps of the parameter from `start` to `stop`, both ends included.
+// Points of an axis-parallel ellipse in its box, at `edges` equal steps of the parameter from `start` to `stop`, both
+// ends included.
 void ellipsePoints(const oaBox &box, double start, double stop, oaUInt4 edges, oaPointArray &points);
 // See oaEllipse::genBoundary() and oaDonut::genBoundary().
 void ellipseBoundary(const oaBox &box, oaUInt4 sides, oaPointArray &points);

@@ -29,6 +29,15 @@ inline DesignRow designRow(const oaObject *object, std::uint16_t tableId) {
   return {designOf(object), rowOf(object)};
 }
 
+// The same for what a walk over instances asks of each.
+inline InstTable &instsOf(const oaObject *object) {
+  Table *table = tableOf(object);
+  if (OA_UNLIKELY(table == nullptr || table->id() != kInstTable)) {
+    raiseDeadObject();
+  }
+  return static_cast<InstTable &>(*table);
+}
+
 inline DesignRow netRow(const oaNet *net) { return designRow(net, kNetTable); }
 inline DesignRow termRow(const oaTerm *term) { return designRow(term, kTermTable); }
 inline DesignRow pinRow(const oaPin *pin) { return designRow(pin, kPinTable); }

@@ -45,7 +45,8 @@ void donutBoundary(const DonutTable::Donut &donut, oaUInt4 sides, oaPointArray &
   points.setNumElements(2 * (sides + 1));
   const auto at = [&](double radius, oaUInt4 side) {
     const double angle = kTwoPi * (side % sides) / sides;
-    return oaPoint(toCoord(donut.centre.x() + radius * std::cos(angle)), toCoord(donut.centre.y() + radius * std::sin(angle)));
+    return oaPoint(toCoord(donut.centre.x() + radius * std::cos(angle)),
+                   toCoord(donut.centre.y() + radius * std::sin(angle)));
   };
   for (oaUInt4 i = 0; i <= sides; ++i) {
     points[i] = at(donut.radiusDbu, i);

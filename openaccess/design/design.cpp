@@ -24,8 +24,8 @@ namespace {
   raiseDesign(id, designOf(design).label() + ": is not " + expected);
 }
 
-// Headers of other designs whose master is the design behind the question's table: position is the header's row, hint the serial number of
-// the design that holds it.
+// Headers of other designs whose master is the design behind the question's table: position is the header's row, hint
+// the serial number of the design that holds it.
 class UsedInKind : public CollectionKind {
 public:
   oaObject *next(const CollectionQuestion &question, Row &position, Row &hint) const override {
@@ -111,7 +111,8 @@ oaBoolean oaDesign::isModified() const { return designOf(this).isModified(); }
 
 oaCellType oaDesign::getCellType() const {
   const DesignDatabase &design = designOf(this);
-  return checkedEnum<oaCellTypeEnum>(design.attributes, 0, design.attributes.cellType[0], oacCoreWellTapCellType + 1, "the cell type");
+  return checkedEnum<oaCellTypeEnum>(design.attributes, 0, design.attributes.cellType[0], oacCoreWellTapCellType + 1,
+                                     "the cell type");
 }
 
 void oaDesign::setCellType(oaCellType cellType) {
@@ -141,7 +142,9 @@ void oaDesign::getParams(oaViaParam &) const {
   raiseNotParametric(this, oacInvalidStdViaMaster, "the master of a standard via");
 }
 void oaDesign::getParams(oaParamArray &) const { raiseNotParametric(this, oacInvalidPcellMaster, "parametric"); }
-void oaDesign::getParams(oaParamArray &, oaBoolean) const { raiseNotParametric(this, oacInvalidPcellMaster, "parametric"); }
+void oaDesign::getParams(oaParamArray &, oaBoolean) const {
+  raiseNotParametric(this, oacInvalidPcellMaster, "parametric");
+}
 oaBoolean oaDesign::findParam(const oaString &, oaParam &) const {
   raiseNotParametric(this, oacInvalidPcellMaster, "parametric");
 }

@@ -6,11 +6,13 @@ namespace OpenAccess_4 {
 namespace kit {
 
 void raiseWrongTable(const Table &table, const char *expected) {
-  raiseDesign(oacInvalidReference, table.database().label() + ": the object is a row of table " + table.name() + ", expected a " + expected);
+  raiseDesign(oacInvalidReference,
+              table.database().label() + ": the object is a row of table " + table.name() + ", expected a " + expected);
 }
 
 void raiseCorrupted(const Table &table, Row row, const std::string &what) {
-  raiseBase(oacCorruptedDatabase, table.database().label() + ": damaged: table " + table.name() + ", row " + std::to_string(row) + ": " + what);
+  raiseBase(oacCorruptedDatabase, table.database().label() + ": damaged: table " + table.name() + ", row " +
+                                      std::to_string(row) + ": " + what);
 }
 
 oaBlock *blockOf(DesignDatabase &design) {

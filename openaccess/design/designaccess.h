@@ -42,7 +42,9 @@ inline ShapeTable &shapesOf(const oaObject *object) { return tableAs<ShapeTable>
 template <typename Enum>
 inline Enum checkedEnum(const Table &table, Row row, std::uint32_t value, std::uint32_t count, const char *what) {
   if (OA_UNLIKELY(value >= count)) {
-    raiseCorrupted(table, row, std::string(what) + " is " + std::to_string(value) + ", expected less than " + std::to_string(count));
+    raiseCorrupted(table, row,
+                   std::string(what) + " is " + std::to_string(value) + ", expected less than " +
+                       std::to_string(count));
   }
   return static_cast<Enum>(value);
 }

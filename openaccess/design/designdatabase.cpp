@@ -23,7 +23,8 @@ std::uint64_t numbersKey(oaLayerNum layer, oaPurposeNum purpose) { return (std::
 } // namespace
 
 DesignDatabase::DesignDatabase(DatabasePlace place, std::string cell, std::string view)
-    : OpenDatabase(DatabaseKind::design, oacDesignType, errorIds(), std::move(place)), cell_(std::move(cell)), view_(std::move(view)) {
+    : OpenDatabase(DatabaseKind::design, oacDesignType, errorIds(), std::move(place)), cell_(std::move(cell)),
+      view_(std::move(view)) {
   static std::uint32_t lastSerialNumber = 0;
   serialNumber_ = ++lastSerialNumber;
   contentsChanged();
@@ -52,7 +53,8 @@ const OpenErrorIds &DesignDatabase::errorIds() {
 }
 
 OpenRegistry<DesignDatabase> &DesignDatabase::registry() {
-  static OpenRegistry<DesignDatabase> *designs = new OpenRegistry<DesignDatabase>; // open designs are dropped at exit, unsaved
+  static OpenRegistry<DesignDatabase> *designs =
+      new OpenRegistry<DesignDatabase>; // open designs are dropped at exit, unsaved
   return *designs;
 }
 
@@ -144,8 +146,8 @@ void DesignDatabase::checkLoaded() {
   }
   const Row block = blocks.nextAlive(kNoRow);
   if (blocks.rowCount() > 1 || (block != kNoRow && blocks.kindOf(block) != oacBlockType)) {
-    raiseBase(oacCorruptedDatabase, label() + ": damaged: table " + blocks.name() + " has " + std::to_string(blocks.rowCount()) +
-                                        " rows, expected one block or none");
+    raiseBase(oacCorruptedDatabase, label() + ": damaged: table " + blocks.name() + " has " +
+                                        std::to_string(blocks.rowCount()) + " rows, expected one block or none");
   }
   shapeBox_.init();
   if (block != kNoRow) {

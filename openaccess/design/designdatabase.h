@@ -1,8 +1,8 @@
 #ifndef OAKIT_DESIGNDATABASE_H
 #define OAKIT_DESIGNDATABASE_H
 
-// An open design: the tables, and what is derived from them. Everything derived is built at first need, from the tables alone, and dropped
-// when the contents change as a whole; so opening a design costs the same whatever its size.
+// An open design: the tables, and what is derived from them. Everything derived is built at first need, from the tables
+// alone, and dropped when the contents change as a whole; so opening a design costs the same whatever its size.
 
 #include "connectivitystate.h"
 #include "connectivitytables.h"
@@ -71,12 +71,13 @@ public:
   NameIndex netsByName, termsByName, instsByName;
   ConnectivityState connectivity;
   OwnerIndex termsOfNet, pinsOfTerm, instsOfHeader, instTermsOfInst, instTermsOfNet;
-  // These are read and written through figureindexes.h only: rows that were destroyed or have left their owner stay in them and are skipped.
+  // These are read and written through figureindexes.h only: rows that were destroyed or have left their owner stay in
+  // them and are skipped.
   OwnerIndex shapesOfLpp, shapesOfNet, shapesOfPin, instsOfPin, displaysOfObject;
   // Next numbers for automatic names.
   std::uint32_t nextNetNumber = 0, nextInstNumber = 0, nextPinNumber = 0;
-  // Masters that instance headers have bound: header row -> design. Each holds one reference of the master's count; forgetMasters()
-  // gives them back.
+  // Masters that instance headers have bound: header row -> design. Each holds one reference of the master's count;
+  // forgetMasters() gives them back.
   std::unordered_map<Row, DesignDatabase *> boundMasters;
   void forgetMasters();
   // One reference less; the last one purges the design.
@@ -101,6 +102,14 @@ public:
     return __builtin_expect(lpp < lppNumbers_.size() && lppNumbers_[lpp].isKnown, 1) ? &lppNumbers_[lpp] : nullptr;
   }
   const LppNumbers &numbersOf(Row lpp);
+  // What a shape's handle notes of its header: one more than the row, or 0 when the numbers are not known yet. Numbers
+  // that are known stay known as long as handles live.
+  std::uint16_t asideOfLpp(Row lpp) const {
+    return __builtin_expect(lpp < lppNumbers_.size() && lpp < 0xfffe && lppNumbers_[lpp].isKnown, 1)
+               ? static_cast<std::uint16_t>(lpp + 1)
+               : 0;
+  }
+  const LppNumbers &numbersByAside(std::uint16_t aside) const { return lppNumbers_[aside - 1U]; }
   Row findLpp(oaLayerNum layer, oaPurposeNum purpose);
   Row findLayerHeader(oaLayerNum layer);
   // A shape leaves the pair; without shapes the header goes, and with the layer's last pair the layer's.
@@ -108,7 +117,8 @@ public:
 
   // Box of the block: shapes, text displays, instances and vias. Inverted when it is empty.
   const oaBox &blockBox();
-  // Union of the boxes of all shapes but text displays. Known exactly while shapes are only added; otherwise computed when asked for.
+  // Union of the boxes of all shapes but text displays. Known exactly while shapes are only added; otherwise computed
+  // when asked for.
   const oaBox &shapeBox();
   void shapeBoxGrows(const oaBox &box) {
     if (__builtin_expect(!shapeBox_.contains(box), 0)) {

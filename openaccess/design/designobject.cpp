@@ -56,7 +56,9 @@ oaBoolean oaBlockObject::isOccShape() const { return isBetween(this, oacOccArcTy
 
 oaBoolean oaBlockObject::isTextDisplay() const { return isBetween(this, oacPropDisplayType, oacInstAttrDisplayType); }
 
-oaBoolean oaBlockObject::isOccTextDisplay() const { return isBetween(this, oacOccPropDisplayType, oacOccInstAttrDisplayType); }
+oaBoolean oaBlockObject::isOccTextDisplay() const {
+  return isBetween(this, oacOccPropDisplayType, oacOccInstAttrDisplayType);
+}
 
 oaBoolean oaBlockObject::isRef() const { return isInst() || isVia(); }
 

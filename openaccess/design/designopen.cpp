@@ -40,8 +40,7 @@ CellViewPlace placeOf(const oaScalarName &libName, const oaScalarName &cellName,
   at.view = diskName(viewName);
   at.library = Libraries::instance().find(libName);
   at.place.libraryName = diskName(libName);
-  at.place.label =
-      "design " + nativeText(at.place.libraryName) + "/" + nativeText(at.cell) + "/" + nativeText(at.view);
+  at.place.label = "design " + nativeText(at.place.libraryName) + "/" + nativeText(at.cell) + "/" + nativeText(at.view);
   if (at.library != nullptr) {
     at.place.libraryPath = at.library->fullPath();
     at.place.directory = at.place.libraryPath + "/" + at.cell + "/" + at.view;
@@ -52,23 +51,26 @@ CellViewPlace placeOf(const oaScalarName &libName, const oaScalarName &cellName,
   return at;
 }
 
-CellViewPlace placeInOpenLibrary(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName) {
+CellViewPlace placeInOpenLibrary(const oaScalarName &libName, const oaScalarName &cellName,
+                                 const oaScalarName &viewName) {
   CellViewPlace at = placeOf(libName, cellName, viewName);
   if (at.library == nullptr) {
-    raiseDesign(oacCannotFindLibrary, at.place.label + ": library " + nativeText(at.place.libraryName) + " is not open");
+    raiseDesign(oacCannotFindLibrary,
+                at.place.label + ": library " + nativeText(at.place.libraryName) + " is not open");
   }
   return at;
 }
 
 bool isDesignType(Row viewType) {
-  return viewType == oacMaskLayout || viewType == oacSchematic || viewType == oacSchematicSymbol || viewType == oacNetlist ||
-         viewType == oacHierDesign;
+  return viewType == oacMaskLayout || viewType == oacSchematic || viewType == oacSchematicSymbol ||
+         viewType == oacNetlist || viewType == oacHierDesign;
 }
 
 void checkDesignType(const CellViewPlace &at, Row viewType) {
   if (!isDesignType(viewType)) {
     raiseDesign(oacInvalidDesignViewType,
-                at.place.label + ": view type " + (viewType == kNoRow ? "unknown" : ViewTypes::instance().nameOf(viewType)) +
+                at.place.label + ": view type " +
+                    (viewType == kNoRow ? "unknown" : ViewTypes::instance().nameOf(viewType)) +
                     " is not one of maskLayout, schematic, schematicSymbol, netlist, oaHierDesign");
   }
 }
@@ -89,8 +91,8 @@ std::vector<std::string> createFiles(CellViewPlace &at, Row viewType) {
 }
 
 // `wantedType` kNoRow: any, but the cell view must exist.
-oaDesign *openDesign(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName, Row wantedType,
-                     oaChar mode) {
+oaDesign *openDesign(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName,
+                     Row wantedType, oaChar mode) {
   requireInitialised();
   CellViewPlace at = placeInOpenLibrary(libName, cellName, viewName);
   OpenDatabase::checkMode(mode, DesignDatabase::errorIds(), at.place.label);
@@ -109,8 +111,9 @@ oaDesign *openDesign(const oaScalarName &libName, const oaScalarName &cellName, 
     if (wantedType == kNoRow || mode == 'r') {
       const bool hasDirectory = isDirectory(at.place.directory);
       raiseDesign(hasDirectory ? oacDesignPrimaryFileDoesNotExist : oacCannotFindDesign,
-                  at.place.label + ": " + (hasDirectory ? "directory " + at.place.directory + " has no primary file"
-                                                        : "there is no directory " + at.place.directory));
+                  at.place.label + ": " +
+                      (hasDirectory ? "directory " + at.place.directory + " has no primary file"
+                                    : "there is no directory " + at.place.directory));
     }
     created = createFiles(at, wantedType);
   } else if (wantedType != kNoRow) {
@@ -147,7 +150,8 @@ oaDesign *oaDesign::open(const oaScalarName &libName, const oaScalarName &cellNa
   return openDesign(libName, cellName, viewName, ViewTypes::rowOfType(viewType), mode);
 }
 
-oaDesign *oaDesign::open(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName, oaChar mode) {
+oaDesign *oaDesign::open(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName,
+                         oaChar mode) {
   return openDesign(libName, cellName, viewName, kNoRow, mode);
 }
 
@@ -166,7 +170,8 @@ oaDesign *oaDesign::open(const oaScalarName &libName, const oaScalarName &cellNa
 oaDesign *oaDesign::open(oaStdViaDef *viaDef, oaViaParam *) {
   oaString name;
   viaDef->getName(name);
-  raiseBase(oacNotYetSupported, "via definition " + std::string(name) + ": masters of standard vias are not supported yet");
+  raiseBase(oacNotYetSupported,
+            "via definition " + std::string(name) + ": masters of standard vias are not supported yet");
 }
 
 oaDesign *oaDesign::open(oaCustomViaDef *viaDef, oaParamArray *params) {

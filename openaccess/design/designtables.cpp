@@ -9,7 +9,9 @@ DesignAttributesTable::DesignAttributesTable(Database &database)
   viewType.refersTo(kStringTable);
 }
 
-BlockTable::BlockTable(Database &database) : Table(database, kBlockTable, "blocks", TableLife::kinds) { setKindColumn(kind); }
+BlockTable::BlockTable(Database &database) : Table(database, kBlockTable, "blocks", TableLife::kinds) {
+  setKindColumn(kind);
+}
 
 } // namespace kit
 } // namespace OpenAccess_4

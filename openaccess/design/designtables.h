@@ -1,8 +1,8 @@
 #ifndef OAKIT_DESIGNTABLES_H
 #define OAKIT_DESIGNTABLES_H
 
-// The tables of a design. A row of a table with a column `kind` is an object of that oaType; the tables without one hold what the
-// objects of another table need beyond their common attributes (a polygon's points, a text's string).
+// The tables of a design. A row of a table with a column `kind` is an object of that oaType; the tables without one
+// hold what the objects of another table need beyond their common attributes (a polygon's points, a text's string).
 
 #include "database.h"
 #include "oa/oaBox.h"
@@ -10,8 +10,8 @@
 namespace OpenAccess_4 {
 namespace kit {
 
-// Part of the file format: never changed, never used again. Ids from 50 on are for buses, bundles, vector instances, vias and parametric
-// cells.
+// Part of the file format: never changed, never used again. Ids from 50 on are for buses, bundles, vector instances,
+// vias and parametric cells.
 enum DesignTableId : std::uint16_t {
   kDesignAttributesTable = 15,
   kBlockTable = 16,

@@ -40,18 +40,20 @@ struct DonutRow : ShapeRow {
 
 } // namespace
 
-oaDonut *oaDonut::create(oaBlock *block, oaLayerNum layerNum, oaPurposeNum purposeNum, const oaPoint &center, oaDist radius,
-                         oaDist holeRadius) {
+oaDonut *oaDonut::create(oaBlock *block, oaLayerNum layerNum, oaPurposeNum purposeNum, const oaPoint &center,
+                         oaDist radius, oaDist holeRadius) {
   DesignDatabase &design = designOfShapes(block);
   checkRadii(design.label() + ": ", radius, holeRadius);
   design.lppFor(layerNum, purposeNum); // refuses purposes before a payload is made
   const DonutTable::Donut donut = {center, radius, holeRadius};
   const Row payload = design.donuts.addRow();
   design.donuts.donuts.set(payload, donut);
-  return shapeAt<oaDonut>(design, addShape(design, layerNum, purposeNum, oacDonutType, donutBox(donut, radius), payload));
+  return shapeAt<oaDonut>(design,
+                          addShape(design, layerNum, purposeNum, oacDonutType, donutBox(donut, radius), payload));
 }
 
-void oaDonut::genBoundary(const oaPoint &center, oaDist radius, oaDist holeRadius, oaUInt4 numSides, oaPointArray &boundary) {
+void oaDonut::genBoundary(const oaPoint &center, oaDist radius, oaDist holeRadius, oaUInt4 numSides,
+                          oaPointArray &boundary) {
   checkRadii("", radius, holeRadius);
   checkSides(numSides);
   donutBoundary({center, radius, holeRadius}, numSides, boundary);

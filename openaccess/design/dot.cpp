@@ -14,7 +14,8 @@ const Table &dotsOf(const DesignDatabase &design) { return design.dots; }
 struct DotRow : ShapeRow {
   DotTable::Dot dot;
 
-  explicit DotRow(const oaDot *object) : ShapeRow(shapeRow(object, oacDotType, dotsOf)), dot(design.dots.dots[payload]) {}
+  explicit DotRow(const oaDot *object)
+      : ShapeRow(shapeRow(object, oacDotType, dotsOf)), dot(design.dots.dots[payload]) {}
   void store() const {
     design.dots.dots.set(payload, dot);
     setShapeBox(design, row, dotBox(dot));
@@ -23,8 +24,8 @@ struct DotRow : ShapeRow {
 
 } // namespace
 
-oaDot *oaDot::create(oaBlock *block, oaLayerNum layerNum, oaPurposeNum purposeNum, const oaPoint &location, oaDist width,
-                     oaDist height) {
+oaDot *oaDot::create(oaBlock *block, oaLayerNum layerNum, oaPurposeNum purposeNum, const oaPoint &location,
+                     oaDist width, oaDist height) {
   DesignDatabase &design = designOfShapes(block);
   design.lppFor(layerNum, purposeNum); // refuses purposes before a payload is made
   const DotTable::Dot dot = {location, width, height};

@@ -54,16 +54,18 @@ void oaEvalTextLink::destroy() {
 }
 
 oaEvalText *oaEvalText::create(oaBlock *block, oaLayerNum layerNum, oaPurposeNum purposeNum, const oaString &text,
-                               const oaPoint &origin, oaTextAlign alignment, oaOrient orient, oaFont font, oaDist height,
-                               oaEvalTextLink *link, oaBoolean overbar, oaBoolean visible, oaBoolean drafting) {
+                               const oaPoint &origin, oaTextAlign alignment, oaOrient orient, oaFont font,
+                               oaDist height, oaEvalTextLink *link, oaBoolean overbar, oaBoolean visible,
+                               oaBoolean drafting) {
   const std::string name = link == nullptr ? std::string() : nameOf(link->getIEvalText());
-  return create(block, layerNum, purposeNum, text, origin, alignment, orient, font, height, oaString(name.c_str()), overbar,
-                visible, drafting);
+  return create(block, layerNum, purposeNum, text, origin, alignment, orient, font, height, oaString(name.c_str()),
+                overbar, visible, drafting);
 }
 
 oaEvalText *oaEvalText::create(oaBlock *block, oaLayerNum layerNum, oaPurposeNum purposeNum, const oaString &text,
-                               const oaPoint &origin, oaTextAlign alignment, oaOrient orient, oaFont font, oaDist height,
-                               const oaString &linkName, oaBoolean overbar, oaBoolean visible, oaBoolean drafting) {
+                               const oaPoint &origin, oaTextAlign alignment, oaOrient orient, oaFont font,
+                               oaDist height, const oaString &linkName, oaBoolean overbar, oaBoolean visible,
+                               oaBoolean drafting) {
   DesignDatabase &design = designOfShapes(block);
   design.lppFor(layerNum, purposeNum); // refuses purposes before a payload is made
   const TextStyle style = toTextStyle(origin, alignment, orient, font, height, overbar, visible, drafting);

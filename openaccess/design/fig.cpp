@@ -62,7 +62,8 @@ oaFig *moveFigure(oaFig *figure, const oaTransform &xform, DesignDatabase &targe
 }
 
 // A net or pin as an argument, which must belong to the figure's design.
-Row memberOfDesign(const oaObject *object, std::uint16_t tableId, const char *what, const DesignDatabase &design, oaUInt4 errorId) {
+Row memberOfDesign(const oaObject *object, std::uint16_t tableId, const char *what, const DesignDatabase &design,
+                   oaUInt4 errorId) {
   const Table &table = tableAs<Table>(object, tableId, what);
   if (&table.database() != &design) {
     raiseDesign(errorId, design.label() + ": the figure and the " + what + " of " + table.database().label() +
@@ -114,15 +115,23 @@ void oaFig::move(const oaTransform &xform) {
   writeShape(design, row, contents);
 }
 
-oaFig *oaFig::move(const oaTransform &xform, oaBlock *block) { return moveFigure(this, xform, designForFigures(block)); }
+oaFig *oaFig::move(const oaTransform &xform, oaBlock *block) {
+  return moveFigure(this, xform, designForFigures(block));
+}
 
-oaFig *oaFig::move(const oaTransform &xform, oaDesign *design) { return moveFigure(this, xform, designForFigures(design)); }
+oaFig *oaFig::move(const oaTransform &xform, oaDesign *design) {
+  return moveFigure(this, xform, designForFigures(design));
+}
 
 oaFig *oaFig::copy(const oaTransform &xform) const { return copyFigure(this, xform, designOf(this)); }
 
-oaFig *oaFig::copy(const oaTransform &xform, oaBlock *block) const { return copyFigure(this, xform, designForFigures(block)); }
+oaFig *oaFig::copy(const oaTransform &xform, oaBlock *block) const {
+  return copyFigure(this, xform, designForFigures(block));
+}
 
-oaFig *oaFig::copy(const oaTransform &xform, oaDesign *design) const { return copyFigure(this, xform, designForFigures(design)); }
+oaFig *oaFig::copy(const oaTransform &xform, oaDesign *design) const {
+  return copyFigure(this, xform, designForFigures(design));
+}
 
 oaBoolean oaConnFig::hasNet() const { return getNet() != nullptr; }
 
@@ -138,7 +147,8 @@ void oaConnFig::addToNet(oaNet *net) {
   DesignDatabase &design = designOf(table);
   const Row to = memberOfDesign(net, kNetTable, "net", design, oacNetFigNotInSameBlock);
   if (pinOfFigure(design, table, rowOf(this)) != kNoRow) {
-    raiseDesign(oacCannotAddPinFigToNet, design.label() + ": the figure is in a pin; take it out before it can be on a net");
+    raiseDesign(oacCannotAddPinFigToNet,
+                design.label() + ": the figure is in a pin; take it out before it can be on a net");
   }
   if ((design.nets.flags[to] & kNetImplicit) != 0) {
     raiseDesign(oacCannotAddFigToImplicitNet, design.label() + ": net " + design.strings().text(design.nets.name[to]) +
@@ -172,7 +182,8 @@ void oaPinFig::addToPin(oaPin *pin) {
   DesignDatabase &design = designOf(table);
   const Row to = memberOfDesign(pin, kPinTable, "pin", design, oacPinAndFigNotInSameBlock);
   if (netOfFigure(design, table, rowOf(this)) != kNoRow) {
-    raiseDesign(oacCannotAddNetFigToPin, design.label() + ": the figure is on a net; take it off before it can be in a pin");
+    raiseDesign(oacCannotAddNetFigToPin,
+                design.label() + ": the figure is on a net; take it off before it can be in a pin");
   }
   setPinOfFigure(design, table, rowOf(this), to);
 }

@@ -71,7 +71,8 @@ private:
 const Column<Row> &lppColumn(const ShapeTable &shapes) { return shapes.lpp; }
 const Column<Row> &netColumn(const ShapeTable &shapes) { return shapes.net; }
 
-// Figures of a pin. The question's table is that of the pins, its owner the pin; a position at or above kInstPositions stands for an instance.
+// Figures of a pin. The question's table is that of the pins, its owner the pin; a position at or above kInstPositions
+// stands for an instance.
 class PinFigsKind : public CollectionKind {
 public:
   oaObject *next(const CollectionQuestion &question, Row &position, Row &hint) const override {
@@ -79,7 +80,8 @@ public:
     // `hint` 0: among the shapes; 1: among the instances.
     if (hint == 0) {
       build(design.shapesOfPin, design.shapes, design.shapes.pin);
-      if (const Row row = after(design.shapesOfPin, design.shapes, design.shapes.pin, question.owner, position); row != kNoRow) {
+      if (const Row row = after(design.shapesOfPin, design.shapes, design.shapes.pin, question.owner, position);
+          row != kNoRow) {
         position = row;
         return design.shapes.handle(row);
       }
@@ -198,7 +200,8 @@ void leavePin(DesignDatabase &design, Row pin) {
   visitMembers(design.shapesOfPin, design.shapes, design.shapes.pin, pin,
                [&](Row shape) { design.shapes.pin.set(shape, kNoRow); });
   build(design.instsOfPin, design.insts, design.insts.pin);
-  visitMembers(design.instsOfPin, design.insts, design.insts.pin, pin, [&](Row inst) { design.insts.pin.set(inst, kNoRow); });
+  visitMembers(design.instsOfPin, design.insts, design.insts.pin, pin,
+               [&](Row inst) { design.insts.pin.set(inst, kNoRow); });
 }
 
 bool isNetWithoutFigures(DesignDatabase &design, Row net) {
@@ -253,7 +256,8 @@ void dropOrphanedDisplays(DesignDatabase &design) {
     }
     const Row payload = checkedRow(design.textDisplays, design.shapes.payload[shape], "a text display");
     const Table *table = design.table(design.textDisplays.objectTable[payload]);
-    if (table == nullptr || table->life() != TableLife::kinds || !table->isAlive(design.textDisplays.objectRow[payload])) {
+    if (table == nullptr || table->life() != TableLife::kinds ||
+        !table->isAlive(design.textDisplays.objectRow[payload])) {
       design.destroyRow(design.shapes, shape);
     }
   }

@@ -3,8 +3,9 @@
 
 // Which shapes lie on a layer-purpose pair, which figures are on a net or in a pin, and which displays show an object.
 //
-// The columns (lpp, net, pin, ...) are the truth. An index is built from them at first need. Rows are added as they come, but never taken
-// out, since that would make destroying the members of a large header one by one quadratic; so each reader compares with the column.
+// The columns (lpp, net, pin, ...) are the truth. An index is built from them at first need. Rows are added as they
+// come, but never taken out, since that would make destroying the members of a large header one by one quadratic; so
+// each reader compares with the column.
 
 #include "designdatabase.h"
 #include "oa/oaFig.h"
@@ -43,7 +44,8 @@ std::vector<Row> displaysOf(DesignDatabase &design, const Table &table, Row row)
 // The displays' shape rows, of all objects.
 const std::vector<Row> &allDisplays(DesignDatabase &design);
 void displayShows(DesignDatabase &design, Row displayShape);
-// Destroys the displays whose object is gone: nobody tells when a property goes, and a file may hold any. Called before displays are met.
+// Destroys the displays whose object is gone: nobody tells when a property goes, and a file may hold any. Called before
+// displays are met.
 void dropOrphanedDisplays(DesignDatabase &design);
 
 } // namespace kit

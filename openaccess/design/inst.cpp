@@ -165,7 +165,19 @@ void requireElement(const oaArrayInst *inst, oaUInt4 row, oaUInt4 col) {
   }
 }
 
-class InstsOfBlock : public WholeTableKind {}; // every instance is explicit and has one bit so far
+// Every instance is explicit and has one bit so far.
+class InstsOfBlock : public WholeTableKind {
+public:
+  oaObject *next(const CollectionQuestion &question, Row &position, Row &hint) const override {
+    const Row row = position + 1; // kNoRow + 1 is 0
+    const std::uint8_t *kind = static_cast<const InstTable *>(question.table)->kind.ready(row);
+    if (OA_LIKELY(kind != nullptr && *kind != 0)) {
+      position = row;
+      return question.table->handle(row, *kind);
+    }
+    return WholeTableKind::next(question, position, hint);
+  }
+};
 
 } // namespace
 
@@ -186,8 +198,8 @@ void oaInst::getName(oaSimpleName &name) const {
 }
 
 void oaInst::getName(const oaNameSpace &ns, oaString &name) const {
-  const DesignRow at = instRow(this);
-  getStoredName(at.design.strings(), at.design.insts.name[at.row], ns, name);
+  const InstTable &insts = instsOf(this);
+  getStoredName(insts.database().strings(), insts.name[rowOf(this)], ns, name);
 }
 
 void oaInst::getParams(oaParamArray &params) const {

@@ -86,7 +86,9 @@ oaLayerHeader *oaLPPHeader::getLayerHeader() const {
 
 oaBoolean oaLPPHeader::isBound() const { return getLayer() != nullptr && getPurpose() != nullptr; }
 
-oaCollection<oaShape, oaLPPHeader> oaLPPHeader::getShapes() const { return shapesOnLpp(designOf(lppsOf(this)), rowOf(this)); }
+oaCollection<oaShape, oaLPPHeader> oaLPPHeader::getShapes() const {
+  return shapesOnLpp(designOf(lppsOf(this)), rowOf(this));
+}
 
 void oaLPPHeader::getShapeBBox(oaBox &bBox) const {
   bBox.init();

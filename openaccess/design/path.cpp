@@ -12,6 +12,13 @@ namespace {
 
 const Table &pathsOf(const DesignDatabase &design) { return design.paths; }
 
+// What a walk asks of every path takes this way; NULL: see readyPayload.
+inline const PathTable::Path *readyPath(const oaPath *object) {
+  return readyPayload<PathTable::Path>(
+      object, oacPathType,
+      [](const DesignDatabase &design) -> const LongColumn<PathTable::Path> & { return design.paths.paths; });
+}
+
 std::string countText(const oaPointArray &points) { return std::to_string(points.getNumElements()); }
 
 void checkPoints(const std::string &label, const oaPointArray &points) {
@@ -30,9 +37,9 @@ void checkPath(const DesignDatabase &design, const oaPointArray &points) {
 
 void checkExtensions(const std::string &label, oaPathStyleEnum style, oaDist beginExt, oaDist endExt) {
   if (style != oacVariablePathStyle && (beginExt != 0 || endExt != 0)) {
-    raiseDesign(oacInvalidPathExtensionValue, label + "path with extensions " + std::to_string(beginExt) + " and " +
-                                                  std::to_string(endExt) + ", but of style \"" +
-                                                  std::string(oaPathStyle(style).getName()) + "\" instead of \"variable\"");
+    raiseDesign(oacInvalidPathExtensionValue,
+                label + "path with extensions " + std::to_string(beginExt) + " and " + std::to_string(endExt) +
+                    ", but of style \"" + std::string(oaPathStyle(style).getName()) + "\" instead of \"variable\"");
   }
 }
 
@@ -59,8 +66,8 @@ struct PathRow : ShapeRow {
 
 } // namespace
 
-oaPath *oaPath::create(oaBlock *block, oaLayerNum layerNum, oaPurposeNum purposeNum, oaDist width, const oaPointArray &points,
-                       oaPathStyle style, oaDist beginExt, oaDist endExt) {
+oaPath *oaPath::create(oaBlock *block, oaLayerNum layerNum, oaPurposeNum purposeNum, oaDist width,
+                       const oaPointArray &points, oaPathStyle style, oaDist beginExt, oaDist endExt) {
   DesignDatabase &design = designOfShapes(block);
   checkPath(design, points);
   checkExtensions(design.label() + ": ", style, beginExt, endExt);
@@ -80,7 +87,10 @@ void oaPath::genBoundary(const oaPointArray &points, oaDist width, oaPathStyle s
   pathBoundary(points, width, style, beginExt, endExt, boundary);
 }
 
-oaDist oaPath::getWidth() const { return PathRow(this).path.widthDbu; }
+oaDist oaPath::getWidth() const {
+  const PathTable::Path *ready = readyPath(this);
+  return OA_LIKELY(ready != nullptr) ? ready->widthDbu : PathRow(this).path.widthDbu;
+}
 
 oaUInt4 oaPath::getNumPoints() const {
   const PathRow at(this);
@@ -89,11 +99,22 @@ oaUInt4 oaPath::getNumPoints() const {
 }
 
 void oaPath::getPoints(oaPointArray &points) const {
+  const PathTable::Path *ready = readyPath(this);
+  if (OA_LIKELY(ready != nullptr)) {
+    kit::getPoints(designOf(*tableOf(this)), ready->points, points);
+    return;
+  }
   const PathRow at(this);
   kit::getPoints(at.design, at.path.points, points);
 }
 
-oaPathStyle oaPath::getStyle() const { return PathRow(this).style; }
+oaPathStyle oaPath::getStyle() const {
+  const PathTable::Path *ready = readyPath(this);
+  if (OA_LIKELY(ready != nullptr && ready->style <= oacVariablePathStyle)) {
+    return static_cast<oaPathStyleEnum>(ready->style);
+  }
+  return PathRow(this).style;
+}
 
 oaDist oaPath::getBeginExt() const {
   const PathRow at(this);

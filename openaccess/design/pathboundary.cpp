@@ -46,8 +46,8 @@ class Side {
 public:
   Side(const CentreLine &line, double offset) : line_(line), offset_(offset) {}
 
-  // Where the sides of the neighbouring segments meet at an inner point. Where the line turns back on itself they never do: each then ends
-  // where it is, and `second` differs from the result.
+  // Where the sides of the neighbouring segments meet at an inner point. Where the line turns back on itself they never
+  // do: each then ends where it is, and `second` differs from the result.
   Vector corner(std::size_t index, Vector &second) const {
     const Vector before = leftOf(line_.directions[index - 1]);
     const Vector after = leftOf(line_.directions[index]);

@@ -22,8 +22,8 @@ void checkPoints(const std::string &label, const oaPoint &begin, const oaPoint &
 
 void checkStyle(const std::string &label, const oaSegStyle &style) {
   if (style.getWidth() % 2 != 0) {
-    raiseDesign(oacEvenWidthRequiredForSegStyle,
-                label + "the width of a path segment must be even, and " + std::to_string(style.getWidth()) + " is not");
+    raiseDesign(oacEvenWidthRequiredForSegStyle, label + "the width of a path segment must be even, and " +
+                                                     std::to_string(style.getWidth()) + " is not");
   }
 }
 
@@ -81,7 +81,8 @@ void oaPathSeg::getStyle(oaSegStyle &style) const {
   style = oaSegStyle();
   style.setWidth(at.segment.widthDbu);
   if (kindOf(begin) == oacCustomEndStyle) {
-    style.setBeginStyle(kindOf(begin), begin.extDbu, begin.leftDiagExtDbu, begin.rightDiagExtDbu, begin.rightHalfWidthDbu);
+    style.setBeginStyle(kindOf(begin), begin.extDbu, begin.leftDiagExtDbu, begin.rightDiagExtDbu,
+                        begin.rightHalfWidthDbu);
   } else {
     style.setBeginStyle(kindOf(begin), kindOf(begin) == oacVariableEndStyle ? begin.extDbu : 0);
   }

@@ -14,8 +14,8 @@ const Table &outlinesOf(const DesignDatabase &design) { return design.outlines; 
 
 void checkPolygon(const DesignDatabase &design, const oaPointArray &points) {
   if (points.getNumElements() < 3) {
-    raiseDesign(oacPolygonTooFewPoints,
-                newShapeLabel(design, "a polygon needs 3 points or more, not ") + std::to_string(points.getNumElements()));
+    raiseDesign(oacPolygonTooFewPoints, newShapeLabel(design, "a polygon needs 3 points or more, not ") +
+                                            std::to_string(points.getNumElements()));
   }
   if (points.hasExtraPoints()) {
     raiseDesign(oacPolygonHasExtraPoints,
@@ -57,6 +57,14 @@ oaPolygon *oaPolygon::create(oaBlock *block, oaLayerNum layerNum, oaPurposeNum p
 oaUInt4 oaPolygon::getNumPoints() const { return countPoints(shapeRow(this, oacPolygonType, outlinesOf)); }
 
 void oaPolygon::getPoints(oaPointArray &points) const {
+  const PoolSpan *ready =
+      readyPayload<PoolSpan>(this, oacPolygonType, [](const DesignDatabase &design) -> const LongColumn<PoolSpan> & {
+        return design.outlines.points;
+      });
+  if (OA_LIKELY(ready != nullptr)) {
+    kit::getPoints(designOf(*tableOf(this)), *ready, points);
+    return;
+  }
   const ShapeRow at = shapeRow(this, oacPolygonType, outlinesOf);
   kit::getPoints(at.design, spanOf(at), points);
 }
@@ -78,7 +86,8 @@ oaRect *oaPolygon::convertToRect() {
   oaPointArray points;
   getPoints(points);
   if (points.getNumElements() != 4 || !points.isRectangle()) {
-    raiseDesign(oacCannotConvertPolygonToRect, newShapeLabel(at.design, "polygon of ") + std::to_string(points.getNumElements()) +
+    raiseDesign(oacCannotConvertPolygonToRect, newShapeLabel(at.design, "polygon of ") +
+                                                   std::to_string(points.getNumElements()) +
                                                    " points is no rectangle along the axes");
   }
   convertShape(at.design, at.row, oacRectType, kNoRow, boxOf(points));

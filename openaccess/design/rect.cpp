@@ -10,8 +10,8 @@ using namespace kit;
 namespace {
 
 std::string textOf(const oaBox &box) {
-  return "(" + std::to_string(box.left()) + " " + std::to_string(box.bottom()) + ") to (" + std::to_string(box.right()) + " " +
-         std::to_string(box.top()) + ")";
+  return "(" + std::to_string(box.left()) + " " + std::to_string(box.bottom()) + ") to (" +
+         std::to_string(box.right()) + " " + std::to_string(box.top()) + ")";
 }
 
 [[noreturn]] void raiseBox(const DesignDatabase &design, const oaBox &box) {

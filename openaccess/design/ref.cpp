@@ -11,10 +11,12 @@ namespace kit {
 
 namespace {
 
+oaOrientEnum orientOf(const InstTable &insts, Row inst) {
+  return checkedEnum<oaOrientEnum>(insts, inst, insts.orient[inst], oacMXR90 + 1, "the orientation");
+}
+
 oaTransform transformOf(const DesignDatabase &design, Row inst) {
-  const oaOrientEnum orient =
-      checkedEnum<oaOrientEnum>(design.insts, inst, design.insts.orient[inst], 8, "the orientation");
-  return oaTransform(design.insts.origin[inst], orient);
+  return oaTransform(design.insts.origin[inst], orientOf(design.insts, inst));
 }
 
 oaCoord clamped(std::int64_t value) {
@@ -173,26 +175,21 @@ void bindMasters(DesignDatabase &design) {
 using namespace kit;
 
 oaRefHeader *oaRef::getHeader() const {
-  const DesignRow at = designRow(this, kInstTable);
-  return objectAt<oaRefHeader>(at.design.instHeaders,
-                               at.design.instHeaders.checkRow(at.design.insts.header[at.row], "an instance"));
+  const InstTable &insts = instsOf(this);
+  InstHeaderTable &headers = designOf(insts).instHeaders;
+  const Row header = checkedRow(headers, insts.header[rowOf(this)], "an instance");
+  return static_cast<oaRefHeader *>(headers.handle(header, oacInstHeaderType));
 }
 
 oaDesign *oaRef::getMaster() const { return getHeader()->getMaster(); }
 
-void oaRef::getOrigin(oaPoint &origin) const {
-  const DesignRow at = designRow(this, kInstTable);
-  origin = at.design.insts.origin[at.row];
-}
+void oaRef::getOrigin(oaPoint &origin) const { origin = instsOf(this).origin[rowOf(this)]; }
 
-oaOrient oaRef::getOrient() const {
-  const DesignRow at = designRow(this, kInstTable);
-  return transformOf(at.design, at.row).orient();
-}
+oaOrient oaRef::getOrient() const { return orientOf(instsOf(this), rowOf(this)); }
 
 void oaRef::getTransform(oaTransform &xform) const {
-  const DesignRow at = designRow(this, kInstTable);
-  xform = transformOf(at.design, at.row);
+  const InstTable &insts = instsOf(this);
+  xform = oaTransform(insts.origin[rowOf(this)], orientOf(insts, rowOf(this)));
 }
 
 oaBoolean oaRef::isBound() const { return getHeader()->isBound(); }

@@ -1,7 +1,8 @@
 #ifndef OAKIT_REFERENCES_H
 #define OAKIT_REFERENCES_H
 
-// What figures in general need to know about instances and vias. `table` is the design's table of instances or of vias, `row` a living row.
+// What figures in general need to know about instances and vias. `table` is the design's table of instances or of vias,
+// `row` a living row.
 
 #include "designdatabase.h"
 #include "oa/oaTransform.h"
@@ -12,12 +13,14 @@ class oaFig;
 
 namespace kit {
 
-// The box of the master's block where the reference places it; of an array, all elements together. Inverted for an empty or unknown master.
+// The box of the master's block where the reference places it; of an array, all elements together. Inverted for an
+// empty or unknown master.
 oaBox refBox(DesignDatabase &design, const Table &table, Row row);
 // Raises for implicit bits of vector instances.
 void moveRef(DesignDatabase &design, Table &table, Row row, const oaTransform &xform);
 // A copy in the design `target`, which has a block; instances get an automatic name.
-oaFig *copyRef(const DesignDatabase &design, const Table &table, Row row, const oaTransform &xform, DesignDatabase &target);
+oaFig *copyRef(const DesignDatabase &design, const Table &table, Row row, const oaTransform &xform,
+               DesignDatabase &target);
 // With everything that depends on it. Raises for implicit bits of vector instances.
 void destroyRef(DesignDatabase &design, Table &table, Row row);
 // Adds the boxes of all instances and vias to `box`. Must be cheap when no master has changed since the last call.

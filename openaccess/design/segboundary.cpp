@@ -9,7 +9,8 @@ namespace kit {
 
 namespace {
 
-// A segment in its own units: database units when it is orthogonal, diagonal units when it is not. Along it, and to its left.
+// A segment in its own units: database units when it is orthogonal, diagonal units when it is not. Along it, and to its
+// left.
 class Frame {
 public:
   Frame(const oaPoint &begin, const oaPoint &end) {
@@ -33,8 +34,9 @@ private:
   bool isDiagonal_;
 };
 
-// An end as lengths from its point: outwards, and to the left and right as seen along the segment. `leftCut` and `rightCut` say where the
-// edges at 45 degrees cut the corners: the sum of both distances on the edge. Without cut corners they are not used.
+// An end as lengths from its point: outwards, and to the left and right as seen along the segment. `leftCut` and
+// `rightCut` say where the edges at 45 degrees cut the corners: the sum of both distances on the edge. Without cut
+// corners they are not used.
 struct EndShape {
   double ext;
   double leftHalf, rightHalf;
@@ -53,7 +55,8 @@ EndShape endShape(const PathSegTable::End &end, std::uint32_t width, bool isDiag
     shape.ext = end.extDbu;
     break;
   case oacChamferEndStyle:
-    // 3/2 of the extension in diagonal units, or for diagonal segments 2/3 of it in database units, each of which is two diagonal ones.
+    // 3/2 of the extension in diagonal units, or for diagonal segments 2/3 of it in database units, each of which is
+    // two diagonal ones.
     shape.ext = half;
     shape.isCut = true;
     shape.leftCut = shape.rightCut = isDiagonal ? 2 * (2 * half / 3) : 3 * half / 2;

@@ -40,16 +40,16 @@ oaSegStyle::oaSegStyle(oaEndStyle beginStyleIn, oaEndStyle endStyleIn, oaDist en
       end_(customEnd(endStyleIn, endExtIn, endLeftDiagExtIn, endRightDiagExtIn, endRightHalfWidthIn,
                      oacInvalidSegStyleEndExtValue)) {}
 
-oaSegStyle::oaSegStyle(oaEndStyle beginStyleIn, oaDist beginExtIn, oaDist beginLeftDiagExtIn, oaDist beginRightDiagExtIn,
-                       oaDist beginRightHalfWidthIn, oaEndStyle endStyleIn, oaDist endExtIn)
+oaSegStyle::oaSegStyle(oaEndStyle beginStyleIn, oaDist beginExtIn, oaDist beginLeftDiagExtIn,
+                       oaDist beginRightDiagExtIn, oaDist beginRightHalfWidthIn, oaEndStyle endStyleIn, oaDist endExtIn)
     : width_(2 * beginRightHalfWidthIn),
       begin_(customEnd(beginStyleIn, beginExtIn, beginLeftDiagExtIn, beginRightDiagExtIn, beginRightHalfWidthIn,
                        oacInvalidSegStyleBeginExtValue)),
       end_(plainEnd(endStyleIn, endExtIn, oacInvalidSegStyleEndExtValue)) {}
 
-oaSegStyle::oaSegStyle(oaEndStyle beginStyleIn, oaDist beginExtIn, oaDist beginLeftDiagExtIn, oaDist beginRightDiagExtIn,
-                       oaDist beginRightHalfWidthIn, oaEndStyle endStyleIn, oaDist endExtIn, oaDist endLeftDiagExtIn,
-                       oaDist endRightDiagExtIn, oaDist endRightHalfWidthIn)
+oaSegStyle::oaSegStyle(oaEndStyle beginStyleIn, oaDist beginExtIn, oaDist beginLeftDiagExtIn,
+                       oaDist beginRightDiagExtIn, oaDist beginRightHalfWidthIn, oaEndStyle endStyleIn, oaDist endExtIn,
+                       oaDist endLeftDiagExtIn, oaDist endRightDiagExtIn, oaDist endRightHalfWidthIn)
     : width_(2 * beginRightHalfWidthIn),
       begin_(customEnd(beginStyleIn, beginExtIn, beginLeftDiagExtIn, beginRightDiagExtIn, beginRightHalfWidthIn,
                        oacInvalidSegStyleBeginExtValue)),
@@ -91,9 +91,12 @@ void oaSegStyle::setBeginStyle(oaEndStyle style, oaDist ext, oaDist leftDiagExt,
   begin_ = customEnd(style, ext, leftDiagExt, rightDiagExt, rightHalfWidth, oacInvalidSegStyleBeginExtValue);
 }
 
-void oaSegStyle::setEndStyle(oaEndStyle style, oaDist ext) { end_ = plainEnd(style, ext, oacInvalidSegStyleEndExtValue); }
+void oaSegStyle::setEndStyle(oaEndStyle style, oaDist ext) {
+  end_ = plainEnd(style, ext, oacInvalidSegStyleEndExtValue);
+}
 
-void oaSegStyle::setEndStyle(oaEndStyle style, oaDist ext, oaDist leftDiagExt, oaDist rightDiagExt, oaDist rightHalfWidth) {
+void oaSegStyle::setEndStyle(oaEndStyle style, oaDist ext, oaDist leftDiagExt, oaDist rightDiagExt,
+                             oaDist rightHalfWidth) {
   end_ = customEnd(style, ext, leftDiagExt, rightDiagExt, rightHalfWidth, oacInvalidSegStyleEndExtValue);
 }
 

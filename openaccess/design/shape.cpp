@@ -12,10 +12,12 @@ using namespace kit;
 namespace {
 
 // The row of the shape's layer-purpose header.
-Row lppOf(const ShapeTable &shapes, Row shape) { return checkedRow(designOf(shapes).lpps, shapes.lpp[shape], "a shape"); }
+Row lppOf(const ShapeTable &shapes, Row shape) {
+  return checkedRow(designOf(shapes).lpps, shapes.lpp[shape], "a shape");
+}
 
-// The first time that a header is asked for, and segments of a file that are not verified yet. Out of line, so that the usual way needs no
-// stack.
+// The first time that a header is asked for, and segments of a file that are not verified yet. Out of line, so that the
+// usual way needs no stack.
 [[gnu::noinline]] const DesignDatabase::LppNumbers &findNumbers(const oaShape *shape) {
   const ShapeTable &shapes = shapesOf(shape);
   return designOf(shapes).numbersOf(shapes.lpp[rowOf(shape)]);
@@ -23,6 +25,10 @@ Row lppOf(const ShapeTable &shapes, Row shape) { return checkedRow(designOf(shap
 
 inline const DesignDatabase::LppNumbers &numbersOf(const oaShape *shape) {
   const Table *table = tableOf(shape);
+  const std::uint16_t aside = asideOf(shape);
+  if (OA_LIKELY(aside != 0)) { // only living shapes have one
+    return designOf(*table).numbersByAside(aside);
+  }
   if (OA_LIKELY(table != nullptr && table->id() == kShapeTable)) {
     const Row *lpp = static_cast<const ShapeTable *>(table)->lpp.ready(rowOf(shape));
     if (OA_LIKELY(lpp != nullptr)) {
@@ -57,6 +63,7 @@ void oaShape::setLPP(oaLayerNum layerNum, oaPurposeNum purposeNum) {
   }
   design.lpps.shapes.set(lpp, design.lpps.shapes[lpp] + 1);
   shapes.lpp.set(shape, lpp);
+  Table::dropAside(this);
   shapeJoinsLpp(design, shape, lpp);
   design.leaveLpp(old);
   design.touch();

@@ -45,10 +45,14 @@ PoolSpan addPoints(DesignDatabase &design, const oaPointArray &points) {
 }
 
 void getPoints(const DesignDatabase &design, const PoolSpan &span, oaPointArray &points) {
-  design.points.checkSpan(span.begin, span.count, "a shape");
+  const Row stored = design.points.points.size();
+  if (OA_UNLIKELY(span.begin > stored || span.count > stored - span.begin)) {
+    design.points.checkSpan(span.begin, span.count, "a shape");
+  }
   points.setNumElements(span.count);
   if (span.count != 0) {
-    std::memcpy(static_cast<void *>(&points[0]), design.points.points.span(span.begin, span.count), std::size_t(span.count) * sizeof(oaPoint));
+    std::memcpy(static_cast<void *>(&points[0]), design.points.points.span(span.begin, span.count),
+                std::size_t(span.count) * sizeof(oaPoint));
   }
 }
 
@@ -84,7 +88,9 @@ oaCoord toCoord(double value) {
   constexpr double kMax = std::numeric_limits<oaCoord>::max();
   // Not a number ends at the lower end.
   const double rounded = std::floor(value + 0.5);
-  return rounded >= kMax ? std::numeric_limits<oaCoord>::max() : rounded > kMin ? static_cast<oaCoord>(rounded) : std::numeric_limits<oaCoord>::min();
+  return rounded >= kMax  ? std::numeric_limits<oaCoord>::max()
+         : rounded > kMin ? static_cast<oaCoord>(rounded)
+                          : std::numeric_limits<oaCoord>::min();
 }
 
 oaCoord toCoord(std::int64_t value) {

@@ -47,7 +47,8 @@ template <typename Shape> inline Shape *shapeAt(DesignDatabase &design, Row row)
   return static_cast<Shape *>(design.shapes.handle(row));
 }
 
-// A shape with its payload. Raises oacInvalidReference when the object is not of the kind, and oacCorruptedDatabase when it lacks its payload.
+// A shape with its payload. Raises oacInvalidReference when the object is not of the kind, and oacCorruptedDatabase
+// when it lacks its payload.
 struct ShapeRow {
   DesignDatabase &design;
   Row row;
@@ -62,6 +63,19 @@ inline ShapeRow shapeRow(const oaObject *object, oaTypeEnum kind, const Table &(
   }
   DesignDatabase &design = designOf(shapes);
   return {design, row, checkedRow(payloads(design), shapes.payload[row], "a shape")};
+}
+
+// The payload of a shape of that kind, when it can be had without further ado: stored and verified. NULL otherwise;
+// then shapeRow() says what is wrong, or finds it.
+template <typename T>
+inline const T *readyPayload(const oaObject *object, oaTypeEnum kind,
+                             const LongColumn<T> &(*payloads)(const DesignDatabase &)) {
+  const Table *table = tableOf(object);
+  if (OA_UNLIKELY(table == nullptr || object->getType() != kind)) {
+    return nullptr;
+  }
+  const Row *payload = static_cast<const ShapeTable *>(table)->payload.ready(rowOf(object));
+  return OA_LIKELY(payload != nullptr) ? payloads(designOf(*table)).ready(*payload) : nullptr;
 }
 
 // A shape of a kind without payload.

@@ -37,8 +37,8 @@ oaBox contentsBox(const ShapeContents &contents) {
     return contents.box;
   case oacPathType: {
     const PathTable::Path &path = contents.path;
-    pathBoundary(contents.points, path.widthDbu, static_cast<oaPathStyleEnum>(path.style), path.beginExtDbu, path.endExtDbu,
-                 outline);
+    pathBoundary(contents.points, path.widthDbu, static_cast<oaPathStyleEnum>(path.style), path.beginExtDbu,
+                 path.endExtDbu, outline);
     return boxOf(outline);
   }
   case oacPathSegType:

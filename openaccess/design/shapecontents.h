@@ -30,8 +30,8 @@ struct ShapeContents {
 
   // Raises oacInvalidPointsAfterTransform or oacInvalidBBoxAfterTransform when a coordinate would leave its range.
   void transform(const oaTransform &xform, const std::string &label);
-  // Scales and turns (radians) about the origin; axis-parallel kinds take the box around what comes out. Raises the same when the shape
-  // degenerates.
+  // Scales and turns (radians) about the origin; axis-parallel kinds take the box around what comes out. Raises the
+  // same when the shape degenerates.
   void transform(double scale, double angle, const std::string &label);
 };
 

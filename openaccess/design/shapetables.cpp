@@ -75,9 +75,8 @@ TextTable::TextTable(Database &database) : Table(database, kTextTable, "texts", 
 
 TextDisplayTable::TextDisplayTable(Database &database)
     : Table(database, kTextDisplayTable, "textDisplays", TableLife::referenced) {
-  objectRow.refersTo([](const Table &table, Row row) {
-    return static_cast<const TextDisplayTable &>(table).objectTable[row];
-  });
+  objectRow.refersTo(
+      [](const Table &table, Row row) { return static_cast<const TextDisplayTable &>(table).objectTable[row]; });
   masterText.refersTo(kStringTable);
 }
 

@@ -1,9 +1,9 @@
 #ifndef OAKIT_SHAPETABLES_H
 #define OAKIT_SHAPETABLES_H
 
-// Shapes of all classes share one table, so that a walk meets them in creation order and a shape can change its class in place. Every
-// shape has its bounding box in `box`; for rectangles and ellipses that is all there is. Other kinds have a row in a payload table. A row of
-// a payload table belongs to one shape.
+// Shapes of all classes share one table, so that a walk meets them in creation order and a shape can change its class
+// in place. Every shape has its bounding box in `box`; for rectangles and ellipses that is all there is. Other kinds
+// have a row in a payload table. A row of a payload table belongs to one shape.
 
 #include "designtables.h"
 
@@ -33,10 +33,8 @@ public:
     }
     return reinterpret_cast<const T *>(this->data_)[row];
   }
-  // The element when it can be had without further ado: stored and verified. NULL otherwise.
-  const T *ready(Row row) const {
-    return row < this->size_ && !this->isUnverified(row) ? reinterpret_cast<const T *>(this->data_) + row : nullptr;
-  }
+  // All elements as they lie in memory; those that ready() gives may be read.
+  const T *raw() const { return reinterpret_cast<const T *>(this->data_); }
   // Sets the row, which is usually the next one.
   void push(Row row, const T &value) {
     if (__builtin_expect(row == this->size_ && row < this->capacity_ && this->image_ == nullptr, 1)) {
@@ -80,7 +78,7 @@ public:
   LongColumn<Row> lpp{*this, 2, "lpp"};
   LongColumn<oaBox> box{*this, 3, "box"};
   // Row of the table that the kind calls for (outlines, paths, ...); none for rectangles and ellipses.
-  Column<Row> payload{*this, 4, "payload", kNoRow};
+  LongColumn<Row> payload{*this, 4, "payload", kNoRow};
   // A shape is on a net or in a pin, never both.
   Column<Row> net{*this, 5, "net", kNoRow};
   Column<Row> pin{*this, 6, "pin", kNoRow};
@@ -111,7 +109,7 @@ public:
 class OutlineTable : public Table { // polygons, lines
 public:
   explicit OutlineTable(Database &database);
-  Column<PoolSpan> points{*this, 1, "points"};
+  LongColumn<PoolSpan> points{*this, 1, "points"};
 };
 
 class PathTable : public Table {
@@ -124,7 +122,7 @@ public:
     std::uint32_t style; // oaPathStyleEnum
   };
   explicit PathTable(Database &database);
-  Column<Path> paths{*this, 1, "paths"};
+  LongColumn<Path> paths{*this, 1, "paths"};
 };
 
 class PathSegTable : public Table {

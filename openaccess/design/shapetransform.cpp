@@ -84,7 +84,9 @@ std::uint32_t scaledLength(std::uint32_t lengthDbu, double scale) {
   return scaled >= kMax ? std::numeric_limits<std::uint32_t>::max() : static_cast<std::uint32_t>(scaled);
 }
 
-oaUInt4 nearestQuarterTurn(double angle) { return static_cast<oaUInt4>(std::lround(reducedAngle(angle) / (M_PI / 2))) % 4; }
+oaUInt4 nearestQuarterTurn(double angle) {
+  return static_cast<oaUInt4>(std::lround(reducedAngle(angle) / (M_PI / 2))) % 4;
+}
 
 [[noreturn]] void raiseDegenerate(oaUInt4 id, const std::string &label) {
   raiseDesign(id, label + ": the shape would degenerate by scaling or turning");
@@ -152,7 +154,8 @@ void ShapeContents::transform(double scale, double angle, const std::string &lab
     segment.end.transform(scale, angle);
     segment.widthDbu = 2 * scaledLength(segment.widthDbu / 2, scale);
     for (PathSegTable::End *end : {&segment.beginStyle, &segment.endStyle}) {
-      for (std::uint32_t *length : {&end->extDbu, &end->leftDiagExtDbu, &end->rightDiagExtDbu, &end->rightHalfWidthDbu}) {
+      for (std::uint32_t *length :
+           {&end->extDbu, &end->leftDiagExtDbu, &end->rightDiagExtDbu, &end->rightHalfWidthDbu}) {
         *length = scaledLength(*length, scale);
       }
     }

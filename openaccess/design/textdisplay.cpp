@@ -1,8 +1,8 @@
 #include "textdisplay.h"
 
 #include "attributetext.h"
-#include "figureindexes.h"
 #include "connectivity.h"
+#include "figureindexes.h"
 #include "oa/oaDesignDB.h"
 #include "oa/oaProp.h"
 #include "shapeaccess.h"
@@ -78,8 +78,9 @@ NameAndValue shownBy(DesignDatabase &design, Row shape, Row payload, const oaNam
 void displayText(DesignDatabase &design, Row shape, const oaNameSpace &ns, oaString &text) {
   const Row payload = checkedRow(design.textDisplays, design.shapes.payload[shape], "a text display");
   const bool isOverride = design.shapes.kindOf(shape) == oacTextOverrideType;
-  const oaTextDisplayFormatEnum format = checkedEnum<oaTextDisplayFormatEnum>(
-      design.textDisplays, payload, design.textDisplays.format[payload], oacNameValueTextDisplayFormat + 1, "the format");
+  const oaTextDisplayFormatEnum format =
+      checkedEnum<oaTextDisplayFormatEnum>(design.textDisplays, payload, design.textDisplays.format[payload],
+                                           oacNameValueTextDisplayFormat + 1, "the format");
   const NameAndValue shown = shownBy(design, shape, payload, ns);
   if (format == oacNameTextDisplayFormat || isOverride) {
     text = shown.name;
@@ -119,7 +120,9 @@ StyledShape displayOf(const oaTextDisplay *display) { return StyledShape(display
 
 } // namespace
 
-oaTextDisplayCollection oaTextDisplay::getTextDisplays(const oaObject *object) { return oaTextDisplayCollection(object); }
+oaTextDisplayCollection oaTextDisplay::getTextDisplays(const oaObject *object) {
+  return oaTextDisplayCollection(object);
+}
 
 void oaTextDisplay::getText(oaString &text) const {
   const StyledShape at = displayOf(this);

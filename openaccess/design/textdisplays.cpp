@@ -74,7 +74,8 @@ struct NewDisplay {
 };
 
 Row payloadOf(const oaTextDisplay *display, oaTypeEnum kind) {
-  return shapeRow(display, kind, [](const DesignDatabase &design) -> const Table & { return design.textDisplays; }).payload;
+  return shapeRow(display, kind, [](const DesignDatabase &design) -> const Table & { return design.textDisplays; })
+      .payload;
 }
 
 // The object that a display shows; NULL when it is gone.
@@ -120,9 +121,11 @@ oaTextDisplayCollection::oaTextDisplayCollection(const oaObject *object)
 
 oaPropDisplay *oaPropDisplay::create(oaProp *prop, oaLayerNum layerNum, oaPurposeNum purposeNum, const oaPoint &origin,
                                      oaTextAlign alignment, oaOrient orient, oaFont font, oaDist height,
-                                     oaTextDisplayFormat format, oaBoolean overbar, oaBoolean visible, oaBoolean drafting) {
+                                     oaTextDisplayFormat format, oaBoolean overbar, oaBoolean visible,
+                                     oaBoolean drafting) {
   if (!isInDesign(prop) || designOf(prop).blockRow() == kNoRow) {
-    raiseDesign(oacNonDesignTextDisplay, databaseOf(prop).label() + ": the property is on no object of a design with a block");
+    raiseDesign(oacNonDesignTextDisplay,
+                databaseOf(prop).label() + ": the property is on no object of a design with a block");
   }
   const TextStyle style = toTextStyle(origin, alignment, orient, font, height, overbar, visible, drafting);
   return NewDisplay{oacPropDisplayType, prop, 0, "", layerNum, purposeNum, format, style}.create<oaPropDisplay>();
@@ -133,9 +136,10 @@ oaProp *oaPropDisplay::getProp() const {
   return object == nullptr || !object->isProp() ? nullptr : static_cast<oaProp *>(object);
 }
 
-oaAttrDisplay *oaAttrDisplay::create(oaObject *object, oaAttrType attribute, oaLayerNum layerNum, oaPurposeNum purposeNum,
-                                     const oaPoint &origin, oaTextAlign alignment, oaOrient orient, oaFont font, oaDist height,
-                                     oaTextDisplayFormat format, oaBoolean overbar, oaBoolean visible, oaBoolean drafting) {
+oaAttrDisplay *oaAttrDisplay::create(oaObject *object, oaAttrType attribute, oaLayerNum layerNum,
+                                     oaPurposeNum purposeNum, const oaPoint &origin, oaTextAlign alignment,
+                                     oaOrient orient, oaFont font, oaDist height, oaTextDisplayFormat format,
+                                     oaBoolean overbar, oaBoolean visible, oaBoolean drafting) {
   const oaEnumNames *attributes = attributesOf(object->getType());
   if (!isInDesign(object) || designOf(object).blockRow() == kNoRow || attributes == nullptr ||
       !attributes->contains(attribute.getRawValue())) {
@@ -148,7 +152,9 @@ oaAttrDisplay *oaAttrDisplay::create(oaObject *object, oaAttrType attribute, oaL
       .create<oaAttrDisplay>();
 }
 
-void oaAttrDisplay::getText(const oaNameSpace &ns, oaString &text) const { displayText(designOf(this), rowOf(this), ns, text); }
+void oaAttrDisplay::getText(const oaNameSpace &ns, oaString &text) const {
+  displayText(designOf(this), rowOf(this), ns, text);
+}
 
 oaObject *oaAttrDisplay::getObject() const { return shownObject(this, oacAttrDisplayType); }
 
@@ -161,7 +167,8 @@ void oaAttrDisplay::setObject(oaObject *object) {
   const Row payload = payloadOf(this, oacAttrDisplayType);
   Table &table = liveTable(object);
   if (&table.database() != &design || table.id() != design.textDisplays.objectTable[payload]) {
-    raiseDesign(kInvalidObjectForAttrDisplay, design.label() + ": a display can only go to an object of the same kind in its design");
+    raiseDesign(kInvalidObjectForAttrDisplay,
+                design.label() + ": a display can only go to an object of the same kind in its design");
   }
   design.textDisplays.objectRow.set(payload, rowOf(object));
   displayShows(design, rowOf(this));
@@ -178,7 +185,8 @@ oaTextOverride *oaTextOverride::create(oaText *masterText, oaInst *inst, oaLayer
   oaString text;
   masterText->getText(text);
   const TextStyle style = toTextStyle(origin, alignment, orient, font, height, overbar, visible, drafting);
-  return NewDisplay{oacTextOverrideType, inst, 0, std::string(text), layerNum, purposeNum, format, style}.create<oaTextOverride>();
+  return NewDisplay{oacTextOverrideType, inst, 0, std::string(text), layerNum, purposeNum, format, style}
+      .create<oaTextOverride>();
 }
 
 oaText *oaTextOverride::getMasterText() const {
@@ -187,7 +195,8 @@ oaText *oaTextOverride::getMasterText() const {
   if (block == nullptr) {
     return nullptr;
   }
-  // The first text that reads the same: masters are stored apart from the designs that place them, so there is nothing else to go by.
+  // The first text that reads the same: masters are stored apart from the designs that place them, so there is nothing
+  // else to go by.
   const std::string wanted = storedMasterText(this, oacTextOverrideType);
   oaIter<oaShape> shapes(block->getShapes());
   oaString text;
@@ -202,16 +211,18 @@ oaText *oaTextOverride::getMasterText() const {
   return nullptr;
 }
 
-void oaTextOverride::getMasterTextText(oaString &text) const { text = storedMasterText(this, oacTextOverrideType).c_str(); }
+void oaTextOverride::getMasterTextText(oaString &text) const {
+  text = storedMasterText(this, oacTextOverrideType).c_str();
+}
 
 oaInst *oaTextOverride::getInst() const { return shownInst(this, oacTextOverrideType); }
 
 oaBoolean oaTextOverride::isBound() const { return getMasterText() != nullptr; }
 
-oaInstPropDisplay *oaInstPropDisplay::create(oaInst *inst, oaProp *masterProp, oaLayerNum layerNum, oaPurposeNum purposeNum,
-                                             const oaPoint &origin, oaTextAlign alignment, oaOrient orient, oaFont font,
-                                             oaDist height, oaTextDisplayFormat format, oaBoolean overbar,
-                                             oaBoolean visible, oaBoolean drafting) {
+oaInstPropDisplay *oaInstPropDisplay::create(oaInst *inst, oaProp *masterProp, oaLayerNum layerNum,
+                                             oaPurposeNum purposeNum, const oaPoint &origin, oaTextAlign alignment,
+                                             oaOrient orient, oaFont font, oaDist height, oaTextDisplayFormat format,
+                                             oaBoolean overbar, oaBoolean visible, oaBoolean drafting) {
   oaString name;
   masterProp->getName(name);
   if (oaProp::find(masterForDisplay(inst), name) != masterProp) {
@@ -238,7 +249,8 @@ oaInstAttrDisplay *oaInstAttrDisplay::create(oaInst *inst, oaDesignAttrType mast
                                              oaBoolean overbar, oaBoolean visible, oaBoolean drafting) {
   masterForDisplay(inst);
   const TextStyle style = toTextStyle(origin, alignment, orient, font, height, overbar, visible, drafting);
-  return NewDisplay{oacInstAttrDisplayType, inst, masterAttribute.getRawValue(), "", layerNum, purposeNum, format, style}
+  return NewDisplay{
+      oacInstAttrDisplayType, inst, masterAttribute.getRawValue(), "", layerNum, purposeNum, format, style}
       .create<oaInstAttrDisplay>();
 }
 

@@ -38,8 +38,8 @@ bool isTextKind(std::uint8_t kind) { return kind == oacTextType || kind == oacEv
 
 } // namespace
 
-oaBox textBox(std::string_view text, const oaPoint &origin, oaDist height, oaTextAlignEnum alignment, oaOrientEnum orient,
-              bool hasOverbar) {
+oaBox textBox(std::string_view text, const oaPoint &origin, oaDist height, oaTextAlignEnum alignment,
+              oaOrientEnum orient, bool hasOverbar) {
   const TextExtent extent = extentOf(text);
   const std::int64_t size = height;
   const std::int64_t width = (extent.widestLine * size * 6 + 5) / 10;
@@ -54,8 +54,8 @@ oaBox textBox(std::string_view text, const oaPoint &origin, oaDist height, oaTex
   return boxAround(origin, box.left(), box.bottom(), box.right(), box.top());
 }
 
-TextStyle toTextStyle(const oaPoint &origin, oaTextAlignEnum alignment, oaOrientEnum orient, oaFontEnum font, oaDist height,
-                      bool hasOverbar, bool isVisible, bool isDrafting) {
+TextStyle toTextStyle(const oaPoint &origin, oaTextAlignEnum alignment, oaOrientEnum orient, oaFontEnum font,
+                      oaDist height, bool hasOverbar, bool isVisible, bool isDrafting) {
   const int flags = (hasOverbar ? kTextOverbar : 0) | (isVisible ? kTextVisible : 0) | (isDrafting ? kTextDrafting : 0);
   return {origin,
           height,
@@ -110,7 +110,8 @@ StyledShape::StyledShape(const oaShape *shape, Kind kind)
   } else {
     style = design.textDisplays.style[checkedRow(design.textDisplays, payload, "a text display")];
     checkTextStyle(design.textDisplays, payload, style);
-    checkedEnum<oaTextDisplayFormatEnum>(design.textDisplays, payload, design.textDisplays.format[payload], oacNameValueTextDisplayFormat + 1, "the format");
+    checkedEnum<oaTextDisplayFormatEnum>(design.textDisplays, payload, design.textDisplays.format[payload],
+                                         oacNameValueTextDisplayFormat + 1, "the format");
   }
 }
 

@@ -15,19 +15,20 @@ class oaShape;
 namespace kit {
 
 // See oaFont::calcBBox().
-oaBox textBox(std::string_view text, const oaPoint &origin, oaDist height, oaTextAlignEnum alignment, oaOrientEnum orient,
-              bool hasOverbar);
+oaBox textBox(std::string_view text, const oaPoint &origin, oaDist height, oaTextAlignEnum alignment,
+              oaOrientEnum orient, bool hasOverbar);
 
-TextStyle toTextStyle(const oaPoint &origin, oaTextAlignEnum alignment, oaOrientEnum orient, oaFontEnum font, oaDist height,
-                      bool hasOverbar, bool isVisible, bool isDrafting);
+TextStyle toTextStyle(const oaPoint &origin, oaTextAlignEnum alignment, oaOrientEnum orient, oaFontEnum font,
+                      oaDist height, bool hasOverbar, bool isVisible, bool isDrafting);
 
-// The text that a text, an evaluated text or a display (a row of the shape table) shows, with names in the native name space.
+// The text that a text, an evaluated text or a display (a row of the shape table) shows, with names in the native name
+// space.
 void shownText(DesignDatabase &design, Row shape, oaString &text);
 // The box of that text.
 oaBox shownTextBox(DesignDatabase &design, Row shape, const TextStyle &style);
 
-// The text attributes of a shape. Raises oacInvalidReference when it is none of the kind asked for, and oacCorruptedDatabase when they are
-// out of range.
+// The text attributes of a shape. Raises oacInvalidReference when it is none of the kind asked for, and
+// oacCorruptedDatabase when they are out of range.
 class StyledShape {
 public:
   enum class Kind { text, display };

@@ -153,6 +153,11 @@ public:
     return reinterpret_cast<const T *>(data_)[row];
   }
 
+  // The element when it can be had without further ado: stored and verified. NULL otherwise.
+  const T *ready(Row row) const {
+    return row < size_ && !isUnverified(row) ? reinterpret_cast<const T *>(data_) + row : nullptr;
+  }
+
   // Setting the default value beyond the stored rows stores nothing.
   void set(Row row, const T &value) {
     if (row >= size_ && std::memcmp(&value, &defaultValue_, sizeof(T)) == 0) {

@@ -1,4 +1,5 @@
-// A layout client as they are written, in two dialects: OA is "oa::" in one and nothing in the other. That it compiles is half of the test.
+// A layout client as they are written, in two dialects: OA is "oa::" in one and nothing in the other. That it compiles
+// is half of the test.
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
@@ -49,7 +50,8 @@ protected:
 
   OA oaScalarName name(const char *text) const { return OA oaScalarName(kNativeNS, text); }
   OA oaDesign *make(const char *cell) const {
-    OA oaDesign *design = OA oaDesign::open(libName_, name(cell), name("layout"), OA oaViewType::get(OA oacMaskLayout), 'w');
+    OA oaDesign *design =
+        OA oaDesign::open(libName_, name(cell), name("layout"), OA oaViewType::get(OA oacMaskLayout), 'w');
     OA oaBlock::create(design);
     return design;
   }
@@ -63,8 +65,8 @@ static std::string describe(OA oaShape *shape) {
   std::ostringstream out;
   OA oaBox box;
   shape->getBBox(box);
-  out << shape->getType().getName() << ' ' << shape->getLayerNum() << ' ' << box.left() << ' ' << box.bottom() << ' ' << box.right()
-      << ' ' << box.top();
+  out << shape->getType().getName() << ' ' << shape->getLayerNum() << ' ' << box.left() << ' ' << box.bottom() << ' '
+      << box.right() << ' ' << box.top();
   switch (shape->getType()) {
   case OA oacPathType: {
     OA oaPath *path = (OA oaPath *)shape;
@@ -99,9 +101,10 @@ TEST_F(CLIENT, WritesShapesAndReadsThemBack) {
   OA oaPath::create(block, 5, 0, OA oaDist(8), points, OA oacVariablePathStyle, 2, 3);
   OA oaPath::create(block, 5, 0, 8, points);
   OA oaPolygon::create(block, 6, 0, points);
-  OA oaText::create(block, 7, 1, "pin A", OA oaPoint(1, 2), OA oaTextAlign(OA oacLowerLeftTextAlign), OA oaOrient(OA oacR0),
-                    OA oaFont(OA oacRomanFont), OA oaDist(1000), false, true, true);
-  OA oaEvalText::create(block, 7, 1, "[@cellName]", OA oaPoint(1, 2), OA oacLowerLeftTextAlign, OA oaOrient("R90"), OA oacStickFont, 10, NULL);
+  OA oaText::create(block, 7, 1, "pin A", OA oaPoint(1, 2), OA oaTextAlign(OA oacLowerLeftTextAlign),
+                    OA oaOrient(OA oacR0), OA oaFont(OA oacRomanFont), OA oaDist(1000), false, true, true);
+  OA oaEvalText::create(block, 7, 1, "[@cellName]", OA oaPoint(1, 2), OA oacLowerLeftTextAlign, OA oaOrient("R90"),
+                        OA oacStickFont, 10, NULL);
   design->save();
   EXPECT_EQ(design->getMode(), 'a');
   design->close();
@@ -139,7 +142,7 @@ TEST_F(CLIENT, CopiesFiguresInLoopsAndAsksCollectionsOnTemporaries) {
     EXPECT_EQ(((OA oaShape *)copy)->getLayerNum(), 1U);
   }
   EXPECT_EQ(block->getShapes().getCount(), 4U);
-  EXPECT_EQ(OA CLIENT_NAME(Counting)<OA oaShape>(block->getShapes()).rest(), 4U);
+  EXPECT_EQ(OA CLIENT_NAME(Counting) < OA oaShape > (block->getShapes()).rest(), 4U);
   EXPECT_FALSE(block->getShapes().isEmpty());
   EXPECT_TRUE(block->getShapes().includes(rect));
   OA oaCollection<OA oaNet, OA oaBlock> nets(block->getNets(oacNetIterAll | oacNetIterNotImplicit));
@@ -178,7 +181,8 @@ TEST_F(CLIENT, PlacesMastersAndKeepsMapsOfPointers) {
   OA oaDesign *top = make("placed");
   OA oaBlock *block = top->getTopBlock();
   OA oaScalarInst::create(block, master, name("I1"), OA oaTransform(100, 0, OA oacR90));
-  OA oaScalarInst::create(block, libName_, name("leaf"), name("layout"), name("I2"), OA oaTransform(OA oaPoint(0, 100)));
+  OA oaScalarInst::create(block, libName_, name("leaf"), name("layout"), name("I2"),
+                          OA oaTransform(OA oaPoint(0, 100)));
   std::map<OA oaDesign *, OA oaInst *> users;
   std::map<OA oaInst *, int> numbers;
   OA oaIter<OA oaInst> insts(block->getInsts());

@@ -22,7 +22,8 @@ protected:
   }
 
   oaArrayInst *array(const oaTransform &placement, oaOffset dX, oaOffset dY, oaUInt4 rows, oaUInt4 cols) {
-    return oaArrayInst::create(block_, scalar(libName()), scalar("leaf"), scalar("layout"), placement, dX, dY, rows, cols);
+    return oaArrayInst::create(block_, scalar(libName()), scalar("leaf"), scalar("layout"), placement, dX, dY, rows,
+                               cols);
   }
   oaDesign *leaf() { return oaDesign::find(scalar(libName()), scalar("leaf"), scalar("layout")); }
   void reopen(char mode) {
@@ -126,12 +127,14 @@ TEST_F(Instances, BoundMastersAreHeldAndGivenBack) {
 }
 
 TEST_F(Instances, ADesignCannotContainItself) {
-  EXPECT_EQ(idRaisedBy([&] { oaScalarInst::create(block_, design_, oaTransform()); }), oaUInt4(oacCannotCreateRecursiveDesign));
+  EXPECT_EQ(idRaisedBy([&] { oaScalarInst::create(block_, design_, oaTransform()); }),
+            oaUInt4(oacCannotCreateRecursiveDesign));
   oaDesign *middle = open("middle", 'w');
   oaBlock *middleBlock = oaBlock::create(middle);
   oaInst *down = oaScalarInst::create(block_, middle, oaTransform());
   ASSERT_EQ(down->getMaster(), middle);
-  EXPECT_EQ(idRaisedBy([&] { oaScalarInst::create(middleBlock, design_, oaTransform()); }), oaUInt4(oacCannotCreateRecursiveDesign));
+  EXPECT_EQ(idRaisedBy([&] { oaScalarInst::create(middleBlock, design_, oaTransform()); }),
+            oaUInt4(oacCannotCreateRecursiveDesign));
   // By names nothing is opened, so it can be made; but it never binds.
   EXPECT_EQ(place(middleBlock, "top", "up", oaTransform())->getMaster(), nullptr);
   middle->close();

@@ -17,9 +17,27 @@ TEST_F(Boundaries, OfPathsRunAlongTheLeftSideAndBackOnTheRight) {
     Places outline;
   } cases[] = {
       {"truncated", {{0, 0}, {10, 0}}, 4, oacTruncatePathStyle, 0, 0, {{0, 2}, {10, 2}, {10, -2}, {0, -2}}},
-      {"extended by half the width", {{0, 0}, {10, 0}}, 4, oacExtendPathStyle, 0, 0, {{-2, 2}, {12, 2}, {12, -2}, {-2, -2}}},
-      {"extensions of its own", {{0, 0}, {0, 10}}, 4, oacVariablePathStyle, 3, 1, {{-2, -3}, {-2, 11}, {2, 11}, {2, -3}}},
-      {"odd width: the right side has more", {{0, 0}, {10, 0}}, 5, oacTruncatePathStyle, 0, 0, {{0, 2}, {10, 2}, {10, -3}, {0, -3}}},
+      {"extended by half the width",
+       {{0, 0}, {10, 0}},
+       4,
+       oacExtendPathStyle,
+       0,
+       0,
+       {{-2, 2}, {12, 2}, {12, -2}, {-2, -2}}},
+      {"extensions of its own",
+       {{0, 0}, {0, 10}},
+       4,
+       oacVariablePathStyle,
+       3,
+       1,
+       {{-2, -3}, {-2, 11}, {2, 11}, {2, -3}}},
+      {"odd width: the right side has more",
+       {{0, 0}, {10, 0}},
+       5,
+       oacTruncatePathStyle,
+       0,
+       0,
+       {{0, 2}, {10, 2}, {10, -3}, {0, -3}}},
       {"mitred bend to the left",
        {{0, 0}, {10, 0}, {10, 10}},
        4,
@@ -42,9 +60,20 @@ TEST_F(Boundaries, OfPathsRunAlongTheLeftSideAndBackOnTheRight) {
        0,
        {{-2, 1}, {0, 3}, {20, 3}, {22, 1}, {22, -1}, {20, -3}, {0, -3}, {-2, -1}}},
       {"diagonal", {{0, 0}, {100, 100}}, 20, oacTruncatePathStyle, 0, 0, {{-7, 7}, {93, 107}, {107, 93}, {7, -7}}},
-      {"back on itself", {{0, 0}, {10, 0}, {5, 0}}, 4, oacTruncatePathStyle, 0, 0,
+      {"back on itself",
+       {{0, 0}, {10, 0}, {5, 0}},
+       4,
+       oacTruncatePathStyle,
+       0,
+       0,
        {{0, 2}, {10, 2}, {10, -2}, {5, -2}, {5, 2}, {10, 2}, {10, -2}, {0, -2}}},
-      {"repeated point", {{0, 0}, {0, 0}, {10, 0}}, 4, oacTruncatePathStyle, 0, 0, {{0, 2}, {10, 2}, {10, -2}, {0, -2}}},
+      {"repeated point",
+       {{0, 0}, {0, 0}, {10, 0}},
+       4,
+       oacTruncatePathStyle,
+       0,
+       0,
+       {{0, 2}, {10, 2}, {10, -2}, {0, -2}}},
   };
   for (const auto &c : cases) {
     SCOPED_TRACE(c.name);
@@ -55,8 +84,8 @@ TEST_F(Boundaries, OfPathsRunAlongTheLeftSideAndBackOnTheRight) {
 }
 
 TEST_F(Boundaries, OfSegmentsUseDiagonalUnitsOnDiagonals) {
-  const oaEndStyle truncate(oacTruncateEndStyle), extend(oacExtendEndStyle), variable(oacVariableEndStyle), chamfer(oacChamferEndStyle),
-      custom(oacCustomEndStyle);
+  const oaEndStyle truncate(oacTruncateEndStyle), extend(oacExtendEndStyle), variable(oacVariableEndStyle),
+      chamfer(oacChamferEndStyle), custom(oacCustomEndStyle);
   const struct {
     const char *name;
     oaPoint begin, end;
@@ -64,13 +93,31 @@ TEST_F(Boundaries, OfSegmentsUseDiagonalUnitsOnDiagonals) {
     Places outline;
   } cases[] = {
       {"truncated", {0, 0}, {10, 0}, {4, truncate, truncate}, {{0, 2}, {10, 2}, {10, -2}, {0, -2}}},
-      {"downwards, extended and variable", {0, 10}, {0, 0}, {4, extend, variable, 0, 5}, {{2, 12}, {2, -5}, {-2, -5}, {-2, 12}}},
+      {"downwards, extended and variable",
+       {0, 10},
+       {0, 0},
+       {4, extend, variable, 0, 5},
+       {{2, 12}, {2, -5}, {-2, -5}, {-2, 12}}},
       {"diagonal of width 12", {4, 5}, {24, 25}, {12, truncate, truncate}, {{1, 8}, {21, 28}, {27, 22}, {7, 2}}},
-      {"diagonal downwards, extended", {0, 0}, {20, -20}, {8, extend, truncate}, {{0, 4}, {22, -18}, {18, -22}, {-4, 0}}},
-      {"chamfered", {0, 0}, {20, 0}, {8, chamfer, chamfer},
+      {"diagonal downwards, extended",
+       {0, 0},
+       {20, -20},
+       {8, extend, truncate},
+       {{0, 4}, {22, -18}, {18, -22}, {-4, 0}}},
+      {"chamfered",
+       {0, 0},
+       {20, 0},
+       {8, chamfer, chamfer},
        {{-4, 2}, {-2, 4}, {22, 4}, {24, 2}, {24, -2}, {22, -4}, {-2, -4}, {-4, -2}}},
-      {"chamfered diagonal", {0, 0}, {60, 60}, {12, truncate, chamfer}, {{-3, 3}, {58, 64}, {62, 64}, {64, 62}, {64, 58}, {3, -3}}},
-      {"custom end: left and right apart", {0, 0}, {20, 0}, {truncate, custom, 5, 6, 8, 4, 0},
+      {"chamfered diagonal",
+       {0, 0},
+       {60, 60},
+       {12, truncate, chamfer},
+       {{-3, 3}, {58, 64}, {62, 64}, {64, 62}, {64, 58}, {3, -3}}},
+      {"custom end: left and right apart",
+       {0, 0},
+       {20, 0},
+       {truncate, custom, 5, 6, 8, 4, 0},
        {{0, 4}, {22, 4}, {25, 1}, {25, -3}, {24, -4}, {0, -4}}},
   };
   for (const auto &c : cases) {

@@ -19,12 +19,14 @@ protected:
       oaRect::create(block, i % 4, 1, oaBox(i, 0, i + 10, 10))->addToNet(net);
       oaPolygon::create(block, 1, 1, bend);
       oaPath::create(block, 1, 1, 2, bend, oacVariablePathStyle, 1, 2)->addToPin(pin);
-      oaPathSeg::create(block, 1, 1, oaPoint(0, 0), oaPoint(9, 9), oaSegStyle(4, oacExtendEndStyle, oacChamferEndStyle));
+      oaPathSeg::create(block, 1, 1, oaPoint(0, 0), oaPoint(9, 9),
+                        oaSegStyle(4, oacExtendEndStyle, oacChamferEndStyle));
       oaLine::create(block, 1, 1, bend);
       oaArc::create(block, 1, 1, oaBox(0, 0, 20, 20), 0.5, 2.5);
       oaDonut::create(block, 1, 1, oaPoint(0, 0), 10, 5);
       oaDot::create(block, 1, 1, oaPoint(1, 1), 2, 2);
-      oaText::create(block, 1, 1, "text", oaPoint(0, 0), oacCenterLeftTextAlign, oacR90, oacRomanFont, 10)->addToPin(pin);
+      oaText::create(block, 1, 1, "text", oaPoint(0, 0), oacCenterLeftTextAlign, oacR90, oacRomanFont, 10)
+          ->addToPin(pin);
     }
     oaIntProp *prop = oaIntProp::create(net, "w", 5);
     oaPropDisplay::create(prop, 1, 2, oaPoint(0, 0), oacLowerLeftTextAlign, oacR0, oacStickFont, 10);
@@ -151,7 +153,8 @@ TEST_F(DamagedDesign, FlippedBytesAreFoundWhereverTheyMatter) {
     ++flips;
     if (!message.empty()) {
       ++found;
-      EXPECT_TRUE(message.find("full/layout") != std::string::npos || message.find("layout.oa") != std::string::npos) << message;
+      EXPECT_TRUE(message.find("full/layout") != std::string::npos || message.find("layout.oa") != std::string::npos)
+          << message;
     }
   }
   // What nothing reads (padding, names of columns for people, savedTime) may go unnoticed.
@@ -160,7 +163,8 @@ TEST_F(DamagedDesign, FlippedBytesAreFoundWhereverTheyMatter) {
 
 TEST_F(DamagedDesign, WrongSizesAreRefused) {
   const std::string good = bytesOfFullDesign();
-  for (const std::size_t length : {std::size_t(1), std::size_t(7), std::size_t(40), good.size() / 4, good.size() / 2, good.size() - 1}) {
+  for (const std::size_t length :
+       {std::size_t(1), std::size_t(7), std::size_t(40), good.size() / 4, good.size() / 2, good.size() - 1}) {
     SCOPED_TRACE(length);
     EXPECT_NE(readDamaged(good.substr(0, length)), "");
   }
@@ -170,7 +174,8 @@ TEST_F(DamagedDesign, WrongSizesAreRefused) {
   EXPECT_NE(readDamaged("this is no design\n"), "");
 }
 
-// Files whose checksums are right and whose contents are not: written by a design whose rows are changed behind the API's back.
+// Files whose checksums are right and whose contents are not: written by a design whose rows are changed behind the
+// API's back.
 TEST_F(DamagedDesign, WrongRowsAreFoundWhenTheyAreUsed) {
   using kit::DesignDatabase;
   const struct {
@@ -185,8 +190,16 @@ TEST_F(DamagedDesign, WrongRowsAreFoundWhenTheyAreUsed) {
       {"no payload", [](DesignDatabase &d) { d.shapes.payload.set(8, kit::kNoRow); }, "table texts"},
       {"net out of range", [](DesignDatabase &d) { d.shapes.net.set(0, 77); }, "table nets"},
       {"pin out of range", [](DesignDatabase &d) { d.shapes.pin.set(8, 77); }, "table pins"},
-      {"points beyond the pool", [](DesignDatabase &d) { d.outlines.points.set(0, {0xfffffff0U, 100}); }, "table points"},
-      {"more points than the pool has", [](DesignDatabase &d) { d.outlines.points.set(0, {1, 0xffffffffU}); }, "table points"},
+      {"points beyond the pool",
+       [](DesignDatabase &d) {
+         d.outlines.points.set(0, {0xfffffff0U, 100});
+       },
+       "table points"},
+      {"more points than the pool has",
+       [](DesignDatabase &d) {
+         d.outlines.points.set(0, {1, 0xffffffffU});
+       },
+       "table points"},
       {"path style",
        [](DesignDatabase &d) {
          kit::PathTable::Path path = d.paths.paths[0];

@@ -30,8 +30,10 @@ TEST_F(DesignLife, OpeningRefusesWithItsIds) {
        [&] { oaDesign::open(lib, scalar("inv"), view, type(oacSchematic), 'r'); }},
       {"a type that is none of designs", oacInvalidDesignViewType,
        [&] { oaDesign::open(lib, scalar("new"), view, type(oacVerilogText), 'w'); }},
-      {"parameters for an ordinary design", oacInvalidSuperMaster, [&] { oaDesign::open(lib, scalar("inv"), view, one); }},
-      {"destroying what is not there", oacDestroyCannotFindDesign, [&] { oaDesign::destroy(lib, scalar("nocell"), view); }},
+      {"parameters for an ordinary design", oacInvalidSuperMaster,
+       [&] { oaDesign::open(lib, scalar("inv"), view, one); }},
+      {"destroying what is not there", oacDestroyCannotFindDesign,
+       [&] { oaDesign::destroy(lib, scalar("nocell"), view); }},
   };
   for (const auto &c : cases) {
     SCOPED_TRACE(c.name);
@@ -97,9 +99,10 @@ TEST_F(DesignLife, AllOpenersShareOnePointerAndTheLastCloseEndsIt) {
   EXPECT_EQ(find("inv"), nullptr);
   EXPECT_FALSE(design->isValid());
   EXPECT_FALSE(block->isValid());
-  for (const auto &call : {std::function<void()>([&] { design->close(); }), std::function<void()>([&] { design->getTopBlock(); }),
-                           std::function<void()>([&] { block->getShapes(); }),
-                           std::function<void()>([&] { oaRect::create(block, 1, 2, oaBox(0, 0, 1, 1)); })}) {
+  for (const auto &call :
+       {std::function<void()>([&] { design->close(); }), std::function<void()>([&] { design->getTopBlock(); }),
+        std::function<void()>([&] { block->getShapes(); }),
+        std::function<void()>([&] { oaRect::create(block, 1, 2, oaBox(0, 0, 1, 1)); })}) {
     EXPECT_EQ(idRaisedBy(call), oacDeletedDatabase);
   }
   EXPECT_EQ(idRaisedBy([] { oaBlock::create(nullptr); }), oacDeletedDatabase);
@@ -139,7 +142,8 @@ TEST_F(DesignLife, WritingAnExistingDesignShowsItEmptyUntilItIsSaved) {
   EXPECT_EQ(design->getTopBlock(), nullptr);
   EXPECT_EQ(bytesOf(file("inv")), before);
   design->close();
-  EXPECT_EQ(openExisting("inv", 'r')->getTopBlock()->getShapes().getCount(), 1U) << "closing without saving changes nothing";
+  EXPECT_EQ(openExisting("inv", 'r')->getTopBlock()->getShapes().getCount(), 1U)
+      << "closing without saving changes nothing";
 
   // For whoever had it open already, the old contents are gone, too.
   design = find("inv");
@@ -296,7 +300,8 @@ TEST_F(DesignLife, FilesOfTheLicensedKitAreNamedAndNeverWrittenOver) {
   EXPECT_NE(idRaisedBy([&] { openExisting("inv", 'a'); }), kNothingRaised);
   EXPECT_NE(messageOf([&] { openExisting("inv", 'r'); }).find("licensed"), std::string::npos);
   EXPECT_EQ(idRaisedBy([&] { openExisting("inv", 'w'); }), oacInvalidDatabaseFile);
-  EXPECT_EQ(idRaisedBy([&] { oaDesign::destroy(scalar(libName()), scalar("inv"), scalar("layout")); }), oacInvalidDatabaseFile);
+  EXPECT_EQ(idRaisedBy([&] { oaDesign::destroy(scalar(libName()), scalar("inv"), scalar("layout")); }),
+            oacInvalidDatabaseFile);
   EXPECT_EQ(bytesOf(file("inv")), foreign);
   EXPECT_EQ(find("inv"), nullptr);
 }

@@ -4,7 +4,8 @@
 #include <random>
 #include <vector>
 
-// Random operations on a design and on plain containers, compared after each reopen: borrowed, owned and saved columns alike.
+// Random operations on a design and on plain containers, compared after each reopen: borrowed, owned and saved columns
+// alike.
 namespace designtest {
 
 class DesignModel : public DesignTest, public testing::WithParamInterface<unsigned> {
@@ -51,8 +52,8 @@ protected:
             prop == nullptr ? 0 : static_cast<const oaIntProp *>(prop)->getValue()};
   }
   static std::string lineOf(const Expected &shape) {
-    return shape.type + " " + shape.contents + " on " + std::to_string(shape.layer) + "/" + std::to_string(shape.purpose) + " net " +
-           shape.net + " p " + std::to_string(shape.property);
+    return shape.type + " " + shape.contents + " on " + std::to_string(shape.layer) + "/" +
+           std::to_string(shape.purpose) + " net " + shape.net + " p " + std::to_string(shape.property);
   }
 
   int number(int below) { return static_cast<int>(random_() % static_cast<unsigned>(below)); }
@@ -66,14 +67,16 @@ protected:
     const oaBox box = randomBox();
     switch (number(5)) {
     case 0:
-      return oaPolygon::create(block, layer, purpose,
-                               pointsOf({{box.left(), box.bottom()}, {box.right(), box.bottom()}, {box.left(), box.top()}}));
+      return oaPolygon::create(
+          block, layer, purpose,
+          pointsOf({{box.left(), box.bottom()}, {box.right(), box.bottom()}, {box.left(), box.top()}}));
     case 1:
-      return oaPath::create(block, layer, purpose, 2 * number(5),
-                            pointsOf({{box.left(), box.bottom()}, {box.right(), box.bottom()}, {box.right(), box.top()}}));
+      return oaPath::create(
+          block, layer, purpose, 2 * number(5),
+          pointsOf({{box.left(), box.bottom()}, {box.right(), box.bottom()}, {box.right(), box.top()}}));
     case 2:
-      return oaText::create(block, layer, purpose, std::string(number(20), 'x').c_str(), box.lowerLeft(), oacLowerLeftTextAlign,
-                            oacR0, oacStickFont, number(30));
+      return oaText::create(block, layer, purpose, std::string(number(20), 'x').c_str(), box.lowerLeft(),
+                            oacLowerLeftTextAlign, oacR0, oacStickFont, number(30));
     case 3:
       return oaEllipse::create(block, layer, purpose, box);
     default:

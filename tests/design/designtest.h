@@ -51,7 +51,9 @@ inline oaPointArray pointsOf(Places places) {
 }
 
 // "(0 0) (10 5)"
-inline std::string textOf(const oaPoint &point) { return "(" + std::to_string(point.x()) + " " + std::to_string(point.y()) + ")"; }
+inline std::string textOf(const oaPoint &point) {
+  return "(" + std::to_string(point.x()) + " " + std::to_string(point.y()) + ")";
+}
 inline std::string textOf(const oaPointArray &points) {
   std::string text;
   for (oaUInt4 i = 0; i < points.getNumElements(); ++i) {
@@ -117,8 +119,12 @@ protected:
   oaDesign *openExisting(const std::string &cell, char mode) const {
     return oaDesign::open(scalar(libName_), scalar(cell), scalar("layout"), mode);
   }
-  oaDesign *find(const std::string &cell) const { return oaDesign::find(scalar(libName_), scalar(cell), scalar("layout")); }
-  bool exists(const std::string &cell) const { return oaDesign::exists(scalar(libName_), scalar(cell), scalar("layout")); }
+  oaDesign *find(const std::string &cell) const {
+    return oaDesign::find(scalar(libName_), scalar(cell), scalar("layout"));
+  }
+  bool exists(const std::string &cell) const {
+    return oaDesign::exists(scalar(libName_), scalar(cell), scalar("layout"));
+  }
   // A new design with a block.
   oaBlock *newBlock(const std::string &cell = "top") const { return oaBlock::create(open(cell, 'w')); }
   // Saves, closes and opens again for reading.
@@ -144,7 +150,8 @@ protected:
     return bytes.str();
   }
   static void writeBytes(const fs::path &path, const std::string &bytes) {
-    std::ofstream(path, std::ios::binary | std::ios::trunc).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    std::ofstream(path, std::ios::binary | std::ios::trunc)
+        .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   }
 
 private:

@@ -17,24 +17,33 @@ TEST_F(Figures, TransformsAreTheSameForMovesAndCopies) {
     std::function<oaShape *(oaBlock *)> create;
     const char *box, *turned, *mirrored;
   } cases[] = {
-      {"rectangle", [](oaBlock *b) { return oaRect::create(b, 3, 4, oaBox(1, 2, 11, 5)); }, "(1 2) (11 5)", "(95 1) (98 11)",
-       "(1 -5) (11 -2)"},
-      {"polygon", [](oaBlock *b) { return oaPolygon::create(b, 3, 4, pointsOf({{0, 0}, {10, 0}, {0, 5}})); }, "(0 0) (10 5)",
-       "(95 0) (100 10)", "(0 -5) (10 0)"},
-      {"line", [](oaBlock *b) { return oaLine::create(b, 3, 4, pointsOf({{0, 0}, {10, 0}, {10, 5}})); }, "(0 0) (10 5)",
-       "(95 0) (100 10)", "(0 -5) (10 0)"},
-      {"path", [](oaBlock *b) { return oaPath::create(b, 3, 4, 4, pointsOf({{0, 0}, {10, 0}}), oacVariablePathStyle, 0, 5); },
+      {"rectangle", [](oaBlock *b) { return oaRect::create(b, 3, 4, oaBox(1, 2, 11, 5)); }, "(1 2) (11 5)",
+       "(95 1) (98 11)", "(1 -5) (11 -2)"},
+      {"polygon",
+       [](oaBlock *b) {
+         return oaPolygon::create(b, 3, 4, pointsOf({{0, 0}, {10, 0}, {0, 5}}));
+       },
+       "(0 0) (10 5)", "(95 0) (100 10)", "(0 -5) (10 0)"},
+      {"line",
+       [](oaBlock *b) {
+         return oaLine::create(b, 3, 4, pointsOf({{0, 0}, {10, 0}, {10, 5}}));
+       },
+       "(0 0) (10 5)", "(95 0) (100 10)", "(0 -5) (10 0)"},
+      {"path",
+       [](oaBlock *b) {
+         return oaPath::create(b, 3, 4, 4, pointsOf({{0, 0}, {10, 0}}), oacVariablePathStyle, 0, 5);
+       },
        "(0 -2) (15 2)", "(98 0) (102 15)", "(0 -2) (15 2)"},
-      {"segment", [&](oaBlock *b) { return oaPathSeg::create(b, 3, 4, oaPoint(0, 0), oaPoint(10, 0), ends); }, "(0 -2) (17 2)",
-       "(98 0) (102 17)", "(0 -2) (17 2)"},
-      {"ellipse", [](oaBlock *b) { return oaEllipse::create(b, 3, 4, oaBox(0, 0, 10, 4)); }, "(0 0) (10 4)", "(96 0) (100 10)",
-       "(0 -4) (10 0)"},
+      {"segment", [&](oaBlock *b) { return oaPathSeg::create(b, 3, 4, oaPoint(0, 0), oaPoint(10, 0), ends); },
+       "(0 -2) (17 2)", "(98 0) (102 17)", "(0 -2) (17 2)"},
+      {"ellipse", [](oaBlock *b) { return oaEllipse::create(b, 3, 4, oaBox(0, 0, 10, 4)); }, "(0 0) (10 4)",
+       "(96 0) (100 10)", "(0 -4) (10 0)"},
       {"arc", [](oaBlock *b) { return oaArc::create(b, 3, 4, oaBox(-20, -10, 20, 10), 0, M_PI / 2); }, "(0 0) (20 10)",
        "(90 0) (100 20)", "(0 -10) (20 0)"},
-      {"donut", [](oaBlock *b) { return oaDonut::create(b, 3, 4, oaPoint(10, 0), 5, 2); }, "(5 -5) (15 5)", "(95 5) (105 15)",
-       "(5 -5) (15 5)"},
-      {"dot", [](oaBlock *b) { return oaDot::create(b, 3, 4, oaPoint(10, 0), 4, 2); }, "(8 -1) (12 1)", "(99 8) (101 12)",
-       "(8 -1) (12 1)"},
+      {"donut", [](oaBlock *b) { return oaDonut::create(b, 3, 4, oaPoint(10, 0), 5, 2); }, "(5 -5) (15 5)",
+       "(95 5) (105 15)", "(5 -5) (15 5)"},
+      {"dot", [](oaBlock *b) { return oaDot::create(b, 3, 4, oaPoint(10, 0), 4, 2); }, "(8 -1) (12 1)",
+       "(99 8) (101 12)", "(8 -1) (12 1)"},
       {"text",
        [](oaBlock *b) {
          return oaText::create(b, 3, 4, "ab", oaPoint(10, 0), oacLowerLeftTextAlign, oacR0, oacStickFont, 10);

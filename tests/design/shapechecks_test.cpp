@@ -23,21 +23,44 @@ TEST_F(ShapeChecks, RefusalsHaveTheirIdsAndLeaveNothingBehind) {
       {"rectangle, flat", oacRectBBoxInvalid, [&] { oaRect::create(block, 1, 2, oaBox(0, 0, 10, 0)); }},
       {"purpose oaAny", oacInvalidPurposeNumber, [&] { oaRect::create(block, 1, oavPurposeNumberAny, box); }},
       {"purpose oaNo", oacInvalidPurposeNumber, [&] { oaPolygon::create(block, 1, oavPurposeNumberNo, triangle); }},
-      {"polygon of two points", oacPolygonTooFewPoints, [&] { oaPolygon::create(block, 1, 2, pointsOf({{0, 0}, {5, 5}})); }},
+      {"polygon of two points", oacPolygonTooFewPoints,
+       [&] {
+         oaPolygon::create(block, 1, 2, pointsOf({{0, 0}, {5, 5}}));
+       }},
       {"polygon, neighbours coincide", oacPolygonHasExtraPoints,
-       [&] { oaPolygon::create(block, 1, 2, pointsOf({{0, 0}, {10, 0}, {10, 0}, {0, 10}})); }},
+       [&] {
+         oaPolygon::create(block, 1, 2, pointsOf({{0, 0}, {10, 0}, {10, 0}, {0, 10}}));
+       }},
       {"polygon, collinear", oacPolygonHasExtraPoints,
-       [&] { oaPolygon::create(block, 1, 2, pointsOf({{0, 0}, {5, 0}, {10, 0}, {0, 10}})); }},
+       [&] {
+         oaPolygon::create(block, 1, 2, pointsOf({{0, 0}, {5, 0}, {10, 0}, {0, 10}}));
+       }},
       {"polygon, collinear around the end", oacPolygonHasExtraPoints,
-       [&] { oaPolygon::create(block, 1, 2, pointsOf({{5, 0}, {10, 0}, {10, 10}, {0, 0}})); }},
+       [&] {
+         oaPolygon::create(block, 1, 2, pointsOf({{5, 0}, {10, 0}, {10, 10}, {0, 0}}));
+       }},
       {"polygon, closed", oacPolygonHasExtraPoints,
-       [&] { oaPolygon::create(block, 1, 2, pointsOf({{0, 0}, {10, 0}, {0, 10}, {0, 0}})); }},
-      {"path of one point", oacPathTooFewPoints, [&] { oaPath::create(block, 1, 2, 4, pointsOf({{0, 0}})); }},
-      {"path, collinear", oacPathHasExtraPoints, [&] { oaPath::create(block, 1, 2, 4, pointsOf({{0, 0}, {5, 0}, {10, 0}})); }},
-      {"path, coinciding", oacPathHasExtraPoints, [&] { oaPath::create(block, 1, 2, 4, pointsOf({{0, 0}, {0, 0}, {9, 0}})); }},
+       [&] {
+         oaPolygon::create(block, 1, 2, pointsOf({{0, 0}, {10, 0}, {0, 10}, {0, 0}}));
+       }},
+      {"path of one point", oacPathTooFewPoints,
+       [&] {
+         oaPath::create(block, 1, 2, 4, pointsOf({{0, 0}}));
+       }},
+      {"path, collinear", oacPathHasExtraPoints,
+       [&] {
+         oaPath::create(block, 1, 2, 4, pointsOf({{0, 0}, {5, 0}, {10, 0}}));
+       }},
+      {"path, coinciding", oacPathHasExtraPoints,
+       [&] {
+         oaPath::create(block, 1, 2, 4, pointsOf({{0, 0}, {0, 0}, {9, 0}}));
+       }},
       {"path, extension without variable style", oacInvalidPathExtensionValue,
        [&] { oaPath::create(block, 1, 2, 4, bend, oacExtendPathStyle, 0, 1); }},
-      {"line of one point", oacLineTooFewPoints, [&] { oaLine::create(block, 1, 2, pointsOf({{0, 0}})); }},
+      {"line of one point", oacLineTooFewPoints,
+       [&] {
+         oaLine::create(block, 1, 2, pointsOf({{0, 0}}));
+       }},
       {"ellipse, flat", oacEllipseBBoxInvalid, [&] { oaEllipse::create(block, 1, 2, oaBox(0, 0, 0, 10)); }},
       {"ellipse outline of 3 sides", oacEllipseNumSidesInvalid,
        [&] {
@@ -50,7 +73,8 @@ TEST_F(ShapeChecks, RefusalsHaveTheirIdsAndLeaveNothingBehind) {
          oaPointArray points;
          oaDonut::genBoundary(oaPoint(0, 0), 5, 2, 3, points);
        }},
-      {"arc, inverted ellipse", oacArcEllipseBBoxInvalid, [&] { oaArc::create(block, 1, 2, oaBox(10, 0, 0, 10), 0, 1); }},
+      {"arc, inverted ellipse", oacArcEllipseBBoxInvalid,
+       [&] { oaArc::create(block, 1, 2, oaBox(10, 0, 0, 10), 0, 1); }},
       {"arc, equal angles after a turn", oacArcAnglesInvalid, [&] { oaArc::create(block, 1, 2, box, 0, 2 * M_PI); }},
       {"arc, no number", oacArcAnglesInvalid, [&] { oaArc::create(block, 1, 2, box, 0, std::nan("")); }},
       {"arc of 2 edges", oacArcNumSidesInvalid,
@@ -82,7 +106,8 @@ TEST_F(ShapeChecks, RefusalsHaveTheirIdsAndLeaveNothingBehind) {
        [&] { oaPathSeg::create(block, 1, 2, oaPoint(3, 3), oaPoint(3, 3), plain); }},
       {"segment of odd width", oacEvenWidthRequiredForSegStyle,
        [&] {
-         oaPathSeg::create(block, 1, 2, oaPoint(0, 0), oaPoint(9, 0), oaSegStyle(5, oacTruncateEndStyle, oacExtendEndStyle));
+         oaPathSeg::create(block, 1, 2, oaPoint(0, 0), oaPoint(9, 0),
+                           oaSegStyle(5, oacTruncateEndStyle, oacExtendEndStyle));
        }},
       {"begin extension of a truncated end", oacInvalidSegStyleBeginExtValue,
        [&] { oaSegStyle(4, oacTruncateEndStyle, oacTruncateEndStyle, 1, 0); }},
@@ -123,12 +148,19 @@ TEST_F(ShapeChecks, SettersCheckLikeCreateAndChangeNothingWhenTheyRefuse) {
   } cases[] = {
       {"rectangle", oacRectBBoxInvalid, [&] { rect->setBBox(oaBox(5, 5, 5, 9)); }},
       {"purpose", oacInvalidPurposeNumber, [&] { rect->setPurposeNum(oavPurposeNumberAny); }},
-      {"path points", oacPathHasExtraPoints, [&] { path->setPoints(pointsOf({{0, 0}, {0, 0}})); }},
+      {"path points", oacPathHasExtraPoints,
+       [&] {
+         path->setPoints(pointsOf({{0, 0}, {0, 0}}));
+       }},
       {"donut", oacDonutRadiiInvalid, [&] { donut->setHoleRadius(10); }},
-      {"polygon", oacPolygonTooFewPoints, [&] { polygon->setPoints(pointsOf({{0, 0}})); }},
+      {"polygon", oacPolygonTooFewPoints,
+       [&] {
+         polygon->setPoints(pointsOf({{0, 0}}));
+       }},
       {"no rectangle", oacCannotConvertPolygonToRect, [&] { polygon->convertToRect(); }},
       {"move beyond the coordinates", oacInvalidBBoxAfterTransform, [&] { rect->move(oaTransform(2147483647, 0)); }},
-      {"points beyond the coordinates", oacInvalidPointsAfterTransform, [&] { polygon->move(oaTransform(0, 2147483647)); }},
+      {"points beyond the coordinates", oacInvalidPointsAfterTransform,
+       [&] { polygon->move(oaTransform(0, 2147483647)); }},
       {"scaled to nothing", oacInvalidBBoxAfterTransform, [&] { rect->transform(0.01, 0); }},
   };
   for (const auto &c : cases) {

@@ -30,7 +30,8 @@ TEST_F(Texts, BoxesFollowLettersAlignmentAndOrientation) {
   oaBlock *block = newBlock();
   for (const auto &c : cases) {
     SCOPED_TRACE(c.name);
-    const oaText *text = oaText::create(block, 1, 2, c.text, oaPoint(1000, 2000), c.align, c.orient, oacRomanFont, 100, c.overbar);
+    const oaText *text =
+        oaText::create(block, 1, 2, c.text, oaPoint(1000, 2000), c.align, c.orient, oacRomanFont, 100, c.overbar);
     EXPECT_EQ(boxOf(text), c.box);
     oaBox box;
     oaFont().calcBBox(oaPoint(1000, 2000), c.text, 100, c.align, c.orient, c.overbar, box);
@@ -82,7 +83,8 @@ TEST_F(Texts, EvaluatedTextsShowWhatTheirEvaluatorMakes) {
     return oaEvalText::create(block, 1, 2, "ab", oaPoint(0, 0), oacLowerLeftTextAlign, oacR0, oacStickFont, 10, link);
   };
   oaEvalText *plain = create(static_cast<oaEvalTextLink *>(nullptr));
-  oaEvalText *unlinked = oaEvalText::create(block, 1, 2, "ab", oaPoint(0, 0), oacLowerLeftTextAlign, oacR0, oacStickFont, 10, NULL);
+  oaEvalText *unlinked =
+      oaEvalText::create(block, 1, 2, "ab", oaPoint(0, 0), oacLowerLeftTextAlign, oacR0, oacStickFont, 10, NULL);
   oaEvalText *named = create(oaString("doubling"));
   EXPECT_EQ(named->getType(), oacEvalTextType);
   const auto shown = [](oaText *text) {
@@ -155,7 +157,8 @@ TEST_F(TextDisplays, ShowAttributesByKindOfObject) {
   oaBlock *block = newBlock();
   oaNet *net = oaNet::create(block, oaName(scalar("A")), oacPowerSigType, true);
   oaTerm *term = oaTerm::create(net, oaName(scalar("T")));
-  oaInst *inst = oaScalarInst::create(block, scalar(libName()), scalar("inv"), scalar("layout"), scalar("I1"), oaTransform());
+  oaInst *inst =
+      oaScalarInst::create(block, scalar(libName()), scalar("inv"), scalar("layout"), scalar("I1"), oaTransform());
   oaInstTerm *instTerm = oaInstTerm::create(net, inst, oaName(scalar("Z")));
   const struct {
     oaObject *object;
@@ -234,20 +237,24 @@ TEST_F(TextDisplays, OfInstancesShowTheMaster) {
   oaText *label = oaText::create(master, 1, 2, "label", oaPoint(0, 0), oacLowerLeftTextAlign, oacR0, oacStickFont, 10);
   oaProp *prop = oaStringProp::create(master->getDesign(), "model", "fast");
   oaBlock *top = newBlock();
-  oaInst *inst = oaScalarInst::create(top, scalar(libName()), scalar("inv"), scalar("layout"), scalar("I1"), oaTransform());
-  oaInst *unbound = oaScalarInst::create(top, scalar(libName()), scalar("none"), scalar("layout"), scalar("I2"), oaTransform());
+  oaInst *inst =
+      oaScalarInst::create(top, scalar(libName()), scalar("inv"), scalar("layout"), scalar("I1"), oaTransform());
+  oaInst *unbound =
+      oaScalarInst::create(top, scalar(libName()), scalar("none"), scalar("layout"), scalar("I2"), oaTransform());
   const oaPoint at(0, 0);
   const oaTextAlign align(oacLowerLeftTextAlign);
   const oaTextDisplayFormat both(oacNameValueTextDisplayFormat);
   EXPECT_EQ(idRaisedBy([&] { oaTextOverride::create(label, unbound, 1, 2, at, align, oacR0, oacStickFont, 5); }),
             oacNoMasterForTextDisplay);
   EXPECT_EQ(idRaisedBy([&] {
-              oaInstPropDisplay::create(inst, oaStringProp::create(top, "own", ""), 1, 2, at, align, oacR0, oacStickFont, 5);
+              oaInstPropDisplay::create(inst, oaStringProp::create(top, "own", ""), 1, 2, at, align, oacR0,
+                                        oacStickFont, 5);
             }),
             oacPropNotOnInstanceMaster);
   oaTextOverride *override = oaTextOverride::create(label, inst, 1, 2, at, align, oacR0, oacStickFont, 5);
   oaInstPropDisplay *model = oaInstPropDisplay::create(inst, prop, 1, 2, at, align, oacR0, oacStickFont, 5, both);
-  oaInstAttrDisplay *cell = oaInstAttrDisplay::create(inst, oacCellNameDesignAttrType, 1, 2, at, align, oacR0, oacStickFont, 5, both);
+  oaInstAttrDisplay *cell =
+      oaInstAttrDisplay::create(inst, oacCellNameDesignAttrType, 1, 2, at, align, oacR0, oacStickFont, 5, both);
   EXPECT_EQ(shown(override) + " " + shown(model) + " " + shown(cell), "label model=fast cellName=inv");
   EXPECT_EQ(override->getMasterText(), label);
   EXPECT_EQ(model->getMasterProp(), prop);

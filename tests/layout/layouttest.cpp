@@ -105,7 +105,8 @@ Lines OpenCell::shapes() const {
   return lines;
 }
 
-// Libraries live as long as the process, so all cases of a program share the folder and each leaves the libraries empty.
+// Libraries live as long as the process, so all cases of a program share the folder and each leaves the libraries
+// empty.
 QDir LayoutTest::folder() {
   static const QTemporaryDir directory;
   return QDir(directory.path());

@@ -1,6 +1,6 @@
-// Saves that are killed, and saves that others read during. Everything goes through the plug-in, as the editor does it: saveLayout(),
-// saveBox() again and again, saveClose(). Each version of the design is told by its number of boxes and by their common height, so that a
-// mixture of two versions cannot pass for one.
+// Saves that are killed, and saves that others read during. Everything goes through the plug-in, as the editor does it:
+// saveLayout(), saveBox() again and again, saveClose(). Each version of the design is told by its number of boxes and
+// by their common height, so that a mixture of two versions cannot pass for one.
 
 #include "oaplugincore.h"
 
@@ -203,9 +203,10 @@ int runKilled(const Options &options) {
     (found == fresh ? replaced : kept) += 1;
     current = found;
   }
-  std::printf("%d killed saves of %d boxes (seed %u, a save takes %.0f ms): %d left the old version, %d the new one (%d of "
-              "these had finished), none anything else\n",
-              options.rounds, options.boxes, options.seed, saveSeconds * 1e3, kept, replaced, finishedFirst);
+  std::printf(
+      "%d killed saves of %d boxes (seed %u, a save takes %.0f ms): %d left the old version, %d the new one (%d of "
+      "these had finished), none anything else\n",
+      options.rounds, options.boxes, options.seed, saveSeconds * 1e3, kept, replaced, finishedFirst);
   return 0;
 }
 
@@ -248,8 +249,8 @@ int runRead(const Options &options) {
     std::printf("after the last save: found %s\n", last.c_str());
     return 1;
   }
-  std::printf("%d reads during %d saves of %d boxes met %zu versions, each of them whole\n", reads, options.rounds, options.boxes,
-              versions.size());
+  std::printf("%d reads during %d saves of %d boxes met %zu versions, each of them whole\n", reads, options.rounds,
+              options.boxes, versions.size());
   return 0;
 }
 
@@ -259,8 +260,10 @@ int main(int argc, char **argv) {
   Options options;
   CLI::App app("Saves that are killed, and saves that others read during; exit 1 when a version is not whole");
   app.require_subcommand(1);
-  CLI::App *killed = app.add_subcommand("killed", "kills a process at a random moment of saveClose(), then reads the design");
-  CLI::App *read = app.add_subcommand("read", "reads a design, each time in a new process, while another process saves it");
+  CLI::App *killed =
+      app.add_subcommand("killed", "kills a process at a random moment of saveClose(), then reads the design");
+  CLI::App *read =
+      app.add_subcommand("read", "reads a design, each time in a new process, while another process saves it");
   for (CLI::App *command : {killed, read}) {
     command->add_option("--rounds", options.rounds, "saves")->capture_default_str();
     command->add_option("--boxes", options.boxes, "rectangles in the design")->capture_default_str();

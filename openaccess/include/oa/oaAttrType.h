@@ -25,8 +25,9 @@ template <typename Enum> class oaNamedAttrType : public oaAttrType {
 public:
   oaNamedAttrType(Enum valueIn) : oaAttrType(oaUInt4(valueIn)) {} // NOLINT(google-explicit-constructor)
   // Raises for a text that names no attribute of this kind of object.
-  oaNamedAttrType(const oaString &name) : oaAttrType(oaEnumNamesOf(Enum()).valueOf(name)) {} // NOLINT(google-explicit-constructor)
-  oaNamedAttrType(oaAttrType attr) : oaAttrType(attr) {}                                     // NOLINT(google-explicit-constructor)
+  oaNamedAttrType(const oaString &name)
+      : oaAttrType(oaEnumNamesOf(Enum()).valueOf(name)) {} // NOLINT(google-explicit-constructor)
+  oaNamedAttrType(oaAttrType attr) : oaAttrType(attr) {}   // NOLINT(google-explicit-constructor)
   virtual const oaString &getName() const { return oaEnumNamesOf(Enum()).nameOf(value_); }
   Enum getValue() const { return static_cast<Enum>(value_); }
 };

@@ -10,8 +10,26 @@ class oaBaseIter;
 
 namespace kit {
 class Table;
-class CollectionKind;
 class CollectionAccess;
+
+// What a collection asks for: members of the table, of the row that owns them, with filter flags.
+struct CollectionQuestion {
+  Table *table;
+  oaUInt4 owner;
+  oaUInt4 flags;
+};
+
+// How the members of one kind of collection are found. Clients have no use for it; it stands here so that a step of an
+// iterator is one call.
+class CollectionKind {
+public:
+  virtual ~CollectionKind() = default;
+  // The member after `position` (0xffffffff: the first), or NULL. Updates `position`; `hint` starts at 0 and belongs to
+  // the kind.
+  virtual oaObject *next(const CollectionQuestion &question, oaUInt4 &position, oaUInt4 &hint) const = 0;
+  // Number of members; the default walks.
+  virtual oaUInt4 count(const CollectionQuestion &question) const;
+};
 } // namespace kit
 
 // The members of a container. A collection costs nothing to make and is a question, not a copy: it is answered when an
@@ -25,16 +43,14 @@ public:
 
 protected:
   oaBaseCollection(const kit::CollectionKind *kind, kit::Table *table, oaUInt4 owner, oaUInt4 flags)
-      : kind_(kind), table_(table), owner_(owner), flags_(flags) {}
+      : kind_(kind), question_{table, owner, flags} {}
 
 private:
   friend class oaBaseIter;
   friend class kit::CollectionAccess;
 
   const kit::CollectionKind *kind_;
-  kit::Table *table_;
-  oaUInt4 owner_;
-  oaUInt4 flags_;
+  kit::CollectionQuestion question_;
 };
 
 template <typename Member, typename Container> class oaCollection : public oaBaseCollection {
@@ -60,7 +76,7 @@ public:
 
 protected:
   explicit oaBaseIter(const oaBaseCollection &collection) : collection_(collection) {}
-  oaObject *nextObject();
+  oaObject *nextObject() { return collection_.kind_->next(collection_.question_, position_, hint_); }
 
 private:
   friend class kit::CollectionAccess;

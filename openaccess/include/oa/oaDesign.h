@@ -9,20 +9,22 @@ namespace OpenAccess_4 {
 class oaInstHeader;
 class oaPcellDef;
 
-// An open design: the contents of one cell view. All who open it get the same pointer, which is dead after the last close(). Modes:
+// An open design: the contents of one cell view. All who open it get the same pointer, which is dead after the last
+// close(). Modes:
 //   'r'       contents of the file; may be changed in memory, but save() refuses;
 //   'a', 'A'  contents of the file, for editing;
 //   'w'       empty, whatever the file holds; the file changes only at save(), after which the mode is 'a';
 //   's'       masters that live in memory only.
-// This release evaluates no parametric cells and makes no masters of standard vias: no design is a super master, a sub master or a master
-// of a standard via.
+// This release evaluates no parametric cells and makes no masters of standard vias: no design is a super master, a sub
+// master or a master of a standard via.
 class oaDesign : public oaDesignObject {
 public:
-  // Opens an existing design, or makes a new one (modes 'w', 'a', 'A'): its cell and view directories and an empty primary file then
-  // appear at once, and go again when it is closed without ever having been saved. `viewType` is one of maskLayout, schematic,
-  // schematicSymbol, netlist and oaHierDesign, else oacInvalidDesignViewType; an existing view of another type raises
-  // oacMismatchViewTypeForOpen. Further: oacOpenUndefinedModeDesign, oacCannotFindLibrary (not open), oacCannotFindDesign and
-  // oacDesignPrimaryFileDoesNotExist ('r'), oacCannotLockDatabase (edited by another process), and what damaged files raise.
+  // Opens an existing design, or makes a new one (modes 'w', 'a', 'A'): its cell and view directories and an empty
+  // primary file then appear at once, and go again when it is closed without ever having been saved. `viewType` is one
+  // of maskLayout, schematic, schematicSymbol, netlist and oaHierDesign, else oacInvalidDesignViewType; an existing
+  // view of another type raises oacMismatchViewTypeForOpen. Further: oacOpenUndefinedModeDesign, oacCannotFindLibrary
+  // (not open), oacCannotFindDesign and oacDesignPrimaryFileDoesNotExist ('r'), oacCannotLockDatabase (edited by
+  // another process), and what damaged files raise.
   static oaDesign *open(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName,
                         const oaViewType *viewType, oaChar mode);
   // Opens an existing design of any view type.
@@ -47,13 +49,14 @@ public:
   void close();
   // Drops the design from memory whatever the count.
   void purge();
-  // Replaces the file as a whole. Raises oacSaveReadOnlyDesign, oacSaveScratchModeDesign, oacCannotFindLibrary (library closed
-  // meanwhile), oacDesignNoLongerExists (cell view removed meanwhile).
+  // Replaces the file as a whole. Raises oacSaveReadOnlyDesign, oacSaveScratchModeDesign, oacCannotFindLibrary (library
+  // closed meanwhile), oacDesignNoLongerExists (cell view removed meanwhile).
   void save();
   // Writes the contents to another cell view, which is made when missing. The design keeps its own identity. Raises
   // oacMismatchViewTypeForSaveAs, oacDestroyDesignOpen when the target is open, oacCannotFindLibrary.
   void saveAs(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName);
-  // Changes the mode without counting. 'w' empties the design. Weakening is refused (oacCannotDowngradeDatabase) when there are changes.
+  // Changes the mode without counting. 'w' empties the design. Weakening is refused (oacCannotDowngradeDatabase) when
+  // there are changes.
   void reopen(oaChar mode);
   // As freshly opened in the present mode; all pointers to objects in the design are dead.
   void revert();

@@ -5,29 +5,29 @@
 
 #include "oa/oaTechDB.h"
 
-#include "oa/oaDesignEnums.h"
+#include "oa/oaArc.h"
 #include "oa/oaAttrType.h"
-#include "oa/oaDesignObject.h"
+#include "oa/oaBlock.h"
 #include "oa/oaDesign.h"
+#include "oa/oaDesignEnums.h"
 #include "oa/oaDesignException.h"
 #include "oa/oaDesignMsgIds.h"
-#include "oa/oaBlock.h"
-#include "oa/oaLPPHeader.h"
-#include "oa/oaFig.h"
-#include "oa/oaShape.h"
-#include "oa/oaRect.h"
-#include "oa/oaPolygon.h"
-#include "oa/oaLine.h"
-#include "oa/oaPath.h"
-#include "oa/oaSegStyle.h"
-#include "oa/oaPathSeg.h"
-#include "oa/oaArc.h"
-#include "oa/oaEllipse.h"
+#include "oa/oaDesignObject.h"
 #include "oa/oaDonut.h"
 #include "oa/oaDot.h"
-#include "oa/oaFont.h"
-#include "oa/oaText.h"
+#include "oa/oaEllipse.h"
 #include "oa/oaEvalText.h"
+#include "oa/oaFig.h"
+#include "oa/oaFont.h"
+#include "oa/oaLine.h"
+#include "oa/oaLPPHeader.h"
+#include "oa/oaPath.h"
+#include "oa/oaPathSeg.h"
+#include "oa/oaPolygon.h"
+#include "oa/oaRect.h"
+#include "oa/oaSegStyle.h"
+#include "oa/oaShape.h"
+#include "oa/oaText.h"
 #include "oa/oaTextDisplay.h"
 #include "oa/oaTextDisplays.h"
 
@@ -35,8 +35,8 @@
 
 namespace OpenAccess_4 {
 
-// Starts the design layer and those below it. Work is done by the first call only, but each call checks the revisions: raises
-// oacInvalidMajorAPIRev, oacInvalidAPIRev, oacInvalidDataModelRev or oacInconsistentDataModelRev.
+// Starts the design layer and those below it. Work is done by the first call only, but each call checks the revisions:
+// raises oacInvalidMajorAPIRev, oacInvalidAPIRev, oacInvalidDataModelRev or oacInconsistentDataModelRev.
 void oaDesignInit(oaUInt4 apiMajorRev = oacAPIMajorRevNumber, oaUInt4 apiMinorRev = oacAPIMinorRevNumber,
                   oaUInt4 dataModelRev = oacDataModelRevNumber);
 

@@ -65,11 +65,9 @@ enum oaCellTypeEnum {
 };
 OA_ENUM_WRAPPER(oaCellType);
 
-// Whether an object of the block also exists in the module view of the design. Kept and given back; there are no modules here.
-enum oaBlockDomainVisibilityEnum {
-  oacInheritFromTopBlock = 0,
-  oacExcludeFromModuleDomain = 1
-};
+// Whether an object of the block also exists in the module view of the design. Kept and given back; there are no
+// modules here.
+enum oaBlockDomainVisibilityEnum { oacInheritFromTopBlock = 0, oacExcludeFromModuleDomain = 1 };
 OA_ENUM_WRAPPER(oaBlockDomainVisibility);
 
 } // namespace OpenAccess_4

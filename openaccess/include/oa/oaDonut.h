@@ -13,8 +13,8 @@ public:
   // Raises oacDonutRadiiInvalid unless the hole's radius is below the outer one.
   static oaDonut *create(oaBlock *block, oaLayerNum layerNum, oaPurposeNum purposeNum, const oaPoint &center,
                          oaDist radius, oaDist holeRadius);
-  // One outline for both rings: the outer one counter-clockwise from angle 0 back to it, then the inner one clockwise: 2 (numSides + 1)
-  // points. Raises oacDonutNumSidesInvalid for fewer than 4 sides.
+  // One outline for both rings: the outer one counter-clockwise from angle 0 back to it, then the inner one clockwise:
+  // 2 (numSides + 1) points. Raises oacDonutNumSidesInvalid for fewer than 4 sides.
   static void genBoundary(const oaPoint &center, oaDist radius, oaDist holeRadius, oaUInt4 numSides,
                           oaPointArray &boundary);
 

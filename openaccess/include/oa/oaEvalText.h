@@ -29,7 +29,8 @@ private:
   IEvalText *evalText_;
 };
 
-// A text that is an expression for an evaluator. Without a link, or while its evaluator is unknown, it shows the expression.
+// A text that is an expression for an evaluator. Without a link, or while its evaluator is unknown, it shows the
+// expression.
 class oaEvalText : public oaText {
 public:
   static oaEvalText *create(oaBlock *block, oaLayerNum layerNum, oaPurposeNum purposeNum, const oaString &text,

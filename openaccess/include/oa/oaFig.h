@@ -21,8 +21,8 @@ public:
   // Moves into another block: gives the new figure, this one is destroyed. It comes off its net and pin.
   oaFig *move(const oaTransform &xform, oaBlock *block);
   oaFig *move(const oaTransform &xform, oaDesign *design);
-  // The copy lies on the same layer and purpose, and has no net, no pin and no properties. Copied instances get an automatic name; text
-  // displays can be copied within their design only (oacNonDesignTextDisplay).
+  // The copy lies on the same layer and purpose, and has no net, no pin and no properties. Copied instances get an
+  // automatic name; text displays can be copied within their design only (oacNonDesignTextDisplay).
   oaFig *copy(const oaTransform &xform) const;
   oaFig *copy(const oaTransform &xform, oaBlock *block) const;
   oaFig *copy(const oaTransform &xform, oaDesign *design) const;
@@ -34,7 +34,8 @@ public:
   // The net that the figure itself is on: false and NULL for a figure of a pin.
   oaBoolean hasNet() const;
   oaNet *getNet() const;
-  // Takes the figure off its present net. Raises oacCannotAddPinFigToNet, oacCannotAddFigToImplicitNet, oacNetFigNotInSameBlock.
+  // Takes the figure off its present net. Raises oacCannotAddPinFigToNet, oacCannotAddFigToImplicitNet,
+  // oacNetFigNotInSameBlock.
   void addToNet(oaNet *net);
   void removeFromNet();
 };

@@ -17,6 +17,7 @@ struct HandleBlock;
 Table *tableOf(const oaObject *object);
 oaUInt4 rowOf(const oaObject *object);
 Table &liveTable(const oaObject *object);
+oaUInt2 asideOf(const oaObject *object);
 } // namespace kit
 
 // A handle on one row of a database. All object classes derive from this one and add no data, so a pointer may be cast
@@ -59,6 +60,7 @@ private:
   friend kit::Table *kit::tableOf(const oaObject *object);
   friend oaUInt4 kit::rowOf(const oaObject *object);
   friend kit::Table &kit::liveTable(const oaObject *object);
+  friend oaUInt2 kit::asideOf(const oaObject *object);
 
   oaObject() = default;
   [[noreturn]] static void raiseDead();
@@ -66,7 +68,7 @@ private:
   kit::Table *table_ = nullptr;
   oaUInt4 row_ = 0;
   oaUInt2 type_ = 0;
-  oaUInt2 reserved_ = 0;
+  oaUInt2 aside_ = 0; // what a table remembers to answer sooner, 0 for nothing; see kit::Table::handle
 };
 
 // An object of the session: libraries, library definitions, view types.

@@ -9,10 +9,12 @@ namespace OpenAccess_4 {
 // One straight piece of wire: horizontal, vertical or at 45 degrees.
 class oaPathSeg : public oaShape {
 public:
-  // Raises oacInvalidPathSegPoints for any other direction or coinciding points, oacEvenWidthRequiredForSegStyle for an odd width.
+  // Raises oacInvalidPathSegPoints for any other direction or coinciding points, oacEvenWidthRequiredForSegStyle for an
+  // odd width.
   static oaPathSeg *create(oaBlock *block, oaLayerNum layerNum, oaPurposeNum purposeNum, const oaPoint &beginPoint,
                            const oaPoint &endPoint, const oaSegStyle &style);
-  // The outline: left side from begin to end, then the right side back; chamfered and custom ends have two points more on each side.
+  // The outline: left side from begin to end, then the right side back; chamfered and custom ends have two points more
+  // on each side.
   static void genBoundary(const oaPoint &beginPoint, const oaPoint &endPoint, const oaSegStyle &style,
                           oaPointArray &boundary);
 

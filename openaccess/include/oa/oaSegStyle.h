@@ -5,15 +5,17 @@
 
 namespace OpenAccess_4 {
 
-// Width and ends of a path segment. Lengths are database units for orthogonal segments and diagonal units (half the square root of two of
-// a database unit) for diagonal ones. An end extends by 0 (truncate), half the width (extend), its own extension (variable); a chamfered
-// end extends by half the width and has its corners cut; a custom end is given by four numbers.
+// Width and ends of a path segment. Lengths are database units for orthogonal segments and diagonal units (half the
+// square root of two of a database unit) for diagonal ones. An end extends by 0 (truncate), half the width (extend),
+// its own extension (variable); a chamfered end extends by half the width and has its corners cut; a custom end is
+// given by four numbers.
 class oaSegStyle {
 public:
   // Width 0, both ends truncated.
   oaSegStyle() = default;
-  // Raises oacInvalidSegStyleBeginExtValue, oacInvalidSegStyleEndExtValue for an extension with another style than variable. Setters and
-  // the constructors for custom ends raise the same, the latter for four numbers with another style than custom.
+  // Raises oacInvalidSegStyleBeginExtValue, oacInvalidSegStyleEndExtValue for an extension with another style than
+  // variable. Setters and the constructors for custom ends raise the same, the latter for four numbers with another
+  // style than custom.
   oaSegStyle(oaDist width, oaEndStyle beginStyleIn, oaEndStyle endStyleIn, oaDist beginExtIn = 0, oaDist endExtIn = 0);
   // With a custom end, whose right half width gives the width: twice as much.
   oaSegStyle(oaEndStyle beginStyleIn, oaEndStyle endStyleIn, oaDist endExtIn, oaDist endLeftDiagExtIn,

@@ -6,7 +6,8 @@
 
 namespace OpenAccess_4 {
 
-// A text as a shape. Nothing is checked: it may be empty, and its height 0. Its box follows oaFont::calcBBox(), invisible or not.
+// A text as a shape. Nothing is checked: it may be empty, and its height 0. Its box follows oaFont::calcBBox(),
+// invisible or not.
 class oaText : public oaShape {
 public:
   static oaText *create(oaBlock *block, oaLayerNum layerNum, oaPurposeNum purposeNum, const oaString &text,

@@ -23,7 +23,8 @@ public:
   using oaIter<oaTextDisplay>::oaIter;
 };
 
-// A shape that shows a property or an attribute of another object and dies with it. Its text, and with it its box, follows the object.
+// A shape that shows a property or an attribute of another object and dies with it. Its text, and with it its box,
+// follows the object.
 class oaTextDisplay : public oaShape {
 public:
   // The displays of an object; for an instance also those that show something of its master.

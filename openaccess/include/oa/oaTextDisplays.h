@@ -1,8 +1,8 @@
 #ifndef OATEXTDISPLAYS_H
 #define OATEXTDISPLAYS_H
 
-// The kinds of text displays. Those of instances show something of the instance's master, which must be bound when they are made
-// (oacNoMasterForTextDisplay); later, while it is not, they show what they showed last.
+// The kinds of text displays. Those of instances show something of the instance's master, which must be bound when they
+// are made (oacNoMasterForTextDisplay); later, while it is not, they show what they showed last.
 
 #include "oa/oaAttrType.h"
 #include "oa/oaTextDisplay.h"
@@ -27,9 +27,9 @@ class oaAttrDisplay : public oaTextDisplay {
 public:
   // Raises message 1606 for another object or an attribute that its kind does not have.
   static oaAttrDisplay *create(oaObject *object, oaAttrType attribute, oaLayerNum layerNum, oaPurposeNum purposeNum,
-                               const oaPoint &origin, oaTextAlign alignment, oaOrient orient, oaFont font, oaDist height,
-                               oaTextDisplayFormat format = oacNameTextDisplayFormat, oaBoolean overbar = false,
-                               oaBoolean visible = true, oaBoolean drafting = true);
+                               const oaPoint &origin, oaTextAlign alignment, oaOrient orient, oaFont font,
+                               oaDist height, oaTextDisplayFormat format = oacNameTextDisplayFormat,
+                               oaBoolean overbar = false, oaBoolean visible = true, oaBoolean drafting = true);
   using oaTextDisplay::getText;
   // With names in that name space.
   void getText(const oaNameSpace &ns, oaString &text) const;
