@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <iostream>
 
 #include <CLI/CLI.hpp>
 #include <QCoreApplication>
@@ -154,10 +153,7 @@ int run(const Options &options) {
   return 0;
 }
 
-} // namespace
-
-int main(int argc, char **argv) {
-  QCoreApplication application(argc, argv);
+int parseAndRun(int argc, char **argv) {
   Options options;
   std::string listed = "workloads:\n";
   for (const workload::Named &named : workload::kAll) {
@@ -179,10 +175,17 @@ int main(int argc, char **argv) {
   app.add_option("--plugin", options.plugIn, "plug-in to measure (default: the one of this build)");
   app.add_option("--measured-folder", options.measuredFolder)->group(""); // for the driver's own second process
   CLI11_PARSE(app, argc, argv);
+  return options.measuredFolder.empty() ? run(options) : measureMemory(options);
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
   try {
-    return options.measuredFolder.empty() ? run(options) : measureMemory(options);
+    const QCoreApplication application(argc, argv);
+    return parseAndRun(argc, argv);
   } catch (const std::exception &error) {
-    std::cerr << "bench_readlayout: " << error.what() << '\n';
+    std::fprintf(stderr, "bench_readlayout: %s\n", error.what());
     return 1;
   }
 }

@@ -132,6 +132,7 @@ FloorSender::FloorSender(workload::Kind kind, int count) : kind_(kind) {
     (pointCount == 5 ? workload::polygon : workload::path)(i, &points_[size_t(pointCount) * size_t(i)]);
   }
   std::vector<QString> masterNames;
+  masterNames.reserve(size_t(masters));
   for (int i = 0; i < masters; ++i) {
     masterNames.push_back(workload::masterName(i));
   }

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <iostream>
 
 #include <CLI/CLI.hpp>
 #include <QCoreApplication>
@@ -96,10 +95,7 @@ int run(const Options &options) {
   return 0;
 }
 
-} // namespace
-
-int main(int argc, char **argv) {
-  QCoreApplication application(argc, argv);
+int parseAndRun(int argc, char **argv) {
   Options options;
   std::string listed = "workloads:\n";
   for (const workload::Named &named : workload::kAll) {
@@ -116,10 +112,17 @@ int main(int argc, char **argv) {
   app.add_option("--folder", options.folder, "where the temporary library goes")->capture_default_str();
   app.add_option("--plugin", options.plugIn, "plug-in to measure (default: the one of this build)");
   CLI11_PARSE(app, argc, argv);
+  return run(options);
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
   try {
-    return run(options);
+    const QCoreApplication application(argc, argv);
+    return parseAndRun(argc, argv);
   } catch (const std::exception &error) {
-    std::cerr << "bench_writelayout: " << error.what() << '\n';
+    std::fprintf(stderr, "bench_writelayout: %s\n", error.what());
     return 1;
   }
 }

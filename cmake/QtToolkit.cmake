@@ -41,7 +41,7 @@ if(NOT OAPLUGIN_INTERFACE_PREFIX STREQUAL "org.tarnwickdale")
 endif()
 
 function(toolkit_moc out_variable)
-  cmake_parse_arguments(ARG "" "" "INCLUDES" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "INCLUDES;DEPENDS" ${ARGN})
   set(flags "")
   foreach(directory ${CMAKE_CURRENT_SOURCE_DIR} ${ARG_INCLUDES} ${TOOLKIT_INCLUDE_DIRS})
     list(APPEND flags "-I${directory}")
@@ -66,7 +66,7 @@ function(toolkit_moc out_variable)
     add_custom_command(
       OUTPUT ${source}
       COMMAND ${TOOLKIT_MOC} ${flags} -o ${source} ${header}
-      DEPENDS ${header}
+      DEPENDS ${header} ${ARG_DEPENDS}
       ${dependencies}
       COMMENT "Meta-object code of ${name}.h"
       VERBATIM)

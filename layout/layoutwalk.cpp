@@ -16,7 +16,7 @@ QString LayoutWalk::cellNameOf(oaDesign *design, const QStringList &cellData) co
 }
 
 QString LayoutWalk::send(oaDesign *design, const QStringList &cellData) {
-  const QString cellName = cellNameOf(design, cellData);
+  QString cellName = cellNameOf(design, cellData);
   begin(design, nullptr, cellName, cellData);
   while (!cells_.empty()) {
     advance();

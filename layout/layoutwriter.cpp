@@ -174,8 +174,7 @@ void oaPlugInMain::saveText(int layer, int datatype, QString text, QPoint origin
 void oaPlugInMain::saveClose() {
   if (currentlayout::isOpen(*this, "saveClose")) {
     oaDesign *design = currentDesign;
-    const QString path = currentlayout::path(*this);
-    const auto describe = [&] { return path; };
+    const auto describe = [path = currentlayout::path(*this)] { return path; };
     saving(
         *this, "saveClose", [&] { design->save(); }, describe);
     // A design that could not be saved is closed all the same: the disk keeps what it had, and nothing stays locked.

@@ -26,7 +26,7 @@ QString packageLines(const oaBuildInfo &package) {
 
 QString oaPlugInMain::info() {
   QString report;
-  guard::printing("info", [&] {
+  const bool isComplete = guard::printing("info", [&] {
     oaConvert::init();
     report = QLatin1String("OpenAccess Version:\r\n");
     if (oaConvert::debug) {
@@ -49,5 +49,5 @@ QString oaPlugInMain::info() {
       report += QLatin1String("lib.defs file not found\r\n");
     }
   });
-  return report;
+  return isComplete ? report : QString();
 }

@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <QDir>
+#include <QFile>
 
 #include "errorguard.h"
 #include "qttoolkit.h"
@@ -67,10 +68,11 @@ bool oaConvert::existLib(const oaString &path) {
   if (!oaLib::exists(path)) {
     return false;
   }
-  if (absolutePathOf(toString(path)) == absolutePathOf(QDir::homePath())) {
+  // Asked with the path's own bytes: OpenAccess takes them as they are, Qt would encode them anew.
+  const QString directory = QFile::decodeName(QByteArray(static_cast<const oaChar *>(path)));
+  if (QFile::encodeName(absolutePathOf(directory)) == QFile::encodeName(absolutePathOf(QDir::homePath()))) {
     return false;
   }
-  // Asked with the path's own bytes: OpenAccess takes them as they are, Qt would encode them anew.
   oaString marker(path);
   marker += "/.oalib";
   return access(marker, F_OK) == 0;
@@ -153,7 +155,7 @@ bool oaPlugInMain::checkLib(QString lib, QString path, bool create) {
 
 QString oaPlugInMain::registerLibrary(QString path) {
   QString error;
-  guard::reporting(
+  guard::run(
       [&] {
         oaConvert::init();
         const int slash = path.lastIndexOf(QLatin1Char('/'));
@@ -163,6 +165,7 @@ QString oaPlugInMain::registerLibrary(QString path) {
         }
         oaConvert::checkLib(path.mid(slash + 1), path, true);
       },
-      [&](const QString &cause) { error = cause; });
+      [&](const oaException &exception) { error = toString(exception.getMsg()); },
+      [&](char character) { error = QString(QChar::fromLatin1(character)); });
   return error;
 }

@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <QDir>
+#include <QFile>
 
 #include "errorguard.h"
 #include "kitversion.h"
@@ -65,7 +66,7 @@ void oaConvert::createLibDefs() {
     std::printf("create lib.defs at %s\n", path.constData());
   }
   if (path.isEmpty()) {
-    path = toolkit::toEightBit(QDir::homePath());
+    path = QFile::encodeName(QDir::homePath());
   }
   path += "/lib.defs";
   const oaString file(path.constData());
@@ -91,8 +92,10 @@ void oaPlugInMain::init(bool debug) {
 
 QString oaPlugInMain::getLibDefsFilename() {
   QString path = QLatin1String("");
+  if (!guard::printing("getLibDefsFilename", [] { oaConvert::init(); })) {
+    return path;
+  }
   guard::swallowing([&] {
-    oaConvert::init();
     printProgress("read lib.defs filename");
     if (const oaLibDefList *list = oaLibDefList::getTopList()) {
       path = toString(fullPathOf(list));

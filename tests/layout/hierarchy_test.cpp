@@ -193,7 +193,7 @@ TEST_F(HierarchyTest, DepthNeedsNoCallStack) {
   recorder.clear();
   pthread_attr_t attributes;
   pthread_attr_init(&attributes);
-  pthread_attr_setstacksize(&attributes, 192 * 1024);
+  pthread_attr_setstacksize(&attributes, size_t(192) * 1024);
   pthread_t thread;
   ASSERT_EQ(pthread_create(&thread, &attributes, readDeep, &deep), 0);
   pthread_join(thread, nullptr);
