@@ -1,4 +1,5 @@
 #include "commands.h"
+#include "commandvalues.h"
 #include "hosterror.h"
 #include "layoutreceiver.h"
 #include "modelcopier.h"
@@ -38,12 +39,12 @@ void requireFreeNames(PluginSession &session, const LayoutModel &model, const QS
 
 int copyLayout(const CommandContext &context, const CopyOptions &options) {
   PluginSession session(context);
-  const QString lib = QString::fromStdString(options.lib);
-  const QString targetLib = QString::fromStdString(options.targetLib);
+  const QString lib = nameFromCommandLine(options.lib);
+  const QString targetLib = nameFromCommandLine(options.targetLib);
   session.requireLibrary(targetLib);
-  const LayoutModel model = readLayout(session, lib, QString::fromStdString(options.cell), kView);
+  const LayoutModel model = readLayout(session, lib, nameFromCommandLine(options.cell), kView);
   const QString top = model.cell(*model.topCell()).name;
-  const QString newTop = options.targetCell.empty() ? top : QString::fromStdString(options.targetCell);
+  const QString newTop = options.targetCell.empty() ? top : nameFromCommandLine(options.targetCell);
   if (lib == targetLib && newTop == top)
     throw HostError(QStringLiteral("%1 would be copied onto itself").arg(cellViewName(lib, top, kView)));
   // Inside one library the placed cells are there already.

@@ -1,4 +1,5 @@
 #include "commands.h"
+#include "commandvalues.h"
 #include "gdsexporter.h"
 #include "layoutreceiver.h"
 #include "pluginsession.h"
@@ -21,11 +22,12 @@ struct ExportOptions {
 };
 
 int exportGds(const CommandContext &context, const ExportOptions &options) {
-  PluginSession session(context);
-  const QString lib = QString::fromStdString(options.lib);
-  const LayoutModel model =
-      readLayout(session, lib, QString::fromStdString(options.cell), QString::fromStdString(options.view));
   const QString fileName = QString::fromLocal8Bit(options.output.c_str());
+  requireOrdinaryOutput(fileName);
+  PluginSession session(context);
+  const QString lib = nameFromCommandLine(options.lib);
+  const LayoutModel model =
+      readLayout(session, lib, nameFromCommandLine(options.cell), nameFromCommandLine(options.view));
   // Written beside the target and renamed at the end: a failure leaves an older file as it was.
   QSaveFile file(fileName);
   if (!file.open(QIODevice::WriteOnly))

@@ -1,4 +1,5 @@
 #include "commands.h"
+#include "commandvalues.h"
 #include "gdsimporter.h"
 #include "layermap.h"
 #include "oaplugincore.h"
@@ -9,6 +10,7 @@
 #include "usermessage.h"
 
 #include <CLI/CLI.hpp>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSet>
@@ -63,6 +65,12 @@ public:
   MappedLayoutWriter(PluginSession &session, const QString &lib, const LayerMap &map)
       : PluginLayoutWriter(session, lib, kView), map_(map) {}
 
+  bool beginCell(const QString &cell) override {
+    if (!PluginLayoutWriter::beginCell(cell))
+      return false;
+    writtenCells_.append(cell);
+    return true;
+  }
   void writeBox(const QRect &box, LayerPurpose layer) override {
     note(layer);
     PluginLayoutWriter::writeBox(box, layer);
@@ -79,6 +87,7 @@ public:
     note(layer);
     PluginLayoutWriter::writeText(text, layer);
   }
+  const QStringList &writtenCells() const { return writtenCells_; }
   QStringList unmappedLayers() const {
     QStringList layers;
     for (const auto &[layer, datatype] : unmapped_)
@@ -94,15 +103,15 @@ private:
 
   const LayerMap &map_;
   std::set<std::pair<int, int>> unmapped_;
+  QStringList writtenCells_;
 };
 
 class GdsImport {
 public:
   GdsImport(PluginSession &session, const ImportOptions &options)
-      : session_(session), file_(QString::fromLocal8Bit(options.file.c_str())),
-        lib_(QString::fromStdString(options.lib)),
+      : session_(session), file_(QString::fromLocal8Bit(options.file.c_str())), lib_(nameFromCommandLine(options.lib)),
         path_(options.path.empty() ? QString()
-                                   : QFileInfo(QString::fromLocal8Bit(options.path.c_str())).absoluteFilePath()) {
+                                   : QFileInfo(libraryPathFromCommandLine(options.path)).absoluteFilePath()) {
     if (!options.layers.empty())
       map_ = LayerMap::fromFile(QString::fromLocal8Bit(options.layers.c_str()));
   }
@@ -110,22 +119,26 @@ public:
   int run() {
     const FileBytes bytes(file_);
     const GdsParser parser(bytes.bytes(), bytes.size(), file_);
+    session_.requireLibraryDefinitions();
     const bool isKnown = findLibrary();
     const double metresPerDbu = isKnown ? libraryMetresPerDbu() : kNewLibraryMetresPerDbu;
     const CoordinateScale scale(parser.metresPerDbu(), metresPerDbu);
     ImportReport report;
     // Everything that makes the file unusable is found here, before the library is made.
     const GdsIndex index(parser, scale, report);
-    if (isKnown)
-      tellReplaced(index);
-    else
+    const QStringList present = isKnown ? session_.core().getCellNames(lib_) : QStringList();
+    if (!isKnown)
       createLibrary();
     MappedLayoutWriter writer(session_, lib_, map_);
     GdsImporter importer(parser, index, scale, metresPerDbu, writer, report);
-    {
+    try {
       ProgressBar progress(QStringLiteral("import %1").arg(QFileInfo(file_).fileName()), bytes.size());
       importer.run([&progress](qint64 done) { progress.update(done); });
+    } catch (...) {
+      tellReplaced(present, writer.writtenCells());
+      throw;
     }
+    tellReplaced(present, writer.writtenCells());
     tell(report, writer);
     summarise(parser, metresPerDbu, scale, importer.counts());
     return report.problemCount() > 0 ? 1 : session_.exitCode();
@@ -137,7 +150,7 @@ private:
     const QString known = session_.core().getLibPath(lib_);
     session_.synchronise();
     if (!known.isEmpty()) {
-      if (!path_.isEmpty() && QFileInfo(known).canonicalFilePath() != QFileInfo(path_).canonicalFilePath())
+      if (!path_.isEmpty() && !isSamePath(known, path_))
         throw HostError(QStringLiteral("library %1 is known already, at %2, not at %3").arg(lib_, known, path_));
       return true;
     }
@@ -146,11 +159,54 @@ private:
     return session_.core().existLib(path_) && session_.core().checkLib(lib_, path_, false);
   }
 
+  // Also of paths where there is nothing, which have no canonical form.
+  static bool isSamePath(const QString &one, const QString &other) {
+    const QString canonical = QFileInfo(one).canonicalFilePath();
+    if (!canonical.isEmpty())
+      return canonical == QFileInfo(other).canonicalFilePath();
+    return QDir::cleanPath(QFileInfo(one).absoluteFilePath()) == QDir::cleanPath(QFileInfo(other).absoluteFilePath());
+  }
+
+  // What keeps a library from being made at the path, or an empty text.
+  QString libraryFault() const {
+    constexpr int kLongestPath = 4095;
+    constexpr int kLongestFileName = 255;
+    const QFileInfo directory(path_);
+    const QFileInfo parent(directory.dir().path());
+    const QFileInfo libDefs(session_.core().getLibDefsFilename());
+    if (lib_.isEmpty() || lib_.contains(QLatin1Char('/')))
+      return QStringLiteral("\"%1\" is no name of a library").arg(lib_);
+    if (QFile::encodeName(path_).size() > kLongestPath ||
+        QFile::encodeName(directory.fileName()).size() > kLongestFileName)
+      return QStringLiteral("the path is too long");
+    if (!libDefs.isWritable())
+      return QStringLiteral("%1 cannot be written").arg(libDefs.filePath());
+    if (!directory.exists())
+      return !parent.isDir()        ? QStringLiteral("there is no directory %1").arg(parent.filePath())
+             : !parent.isWritable() ? QStringLiteral("the directory %1 cannot be written").arg(parent.filePath())
+                                    : QString();
+    if (!directory.isDir())
+      return QStringLiteral("it is no directory");
+    return {};
+  }
+
   void createLibrary() {
+    const QString fault = libraryFault();
+    if (!fault.isEmpty())
+      throw HostError(QStringLiteral("library %1 cannot be made at %2: %3").arg(lib_, path_, fault));
+    const bool isEmptyDirectory = QDir(path_).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     const bool isMade = session_.core().checkLib(lib_, path_, true);
     session_.synchronise();
     if (!isMade)
-      throw HostError(QStringLiteral("library %1 cannot be made at %2").arg(lib_, path_));
+      throw HostError(QStringLiteral("library %1 cannot be made at %2%3")
+                          .arg(lib_, path_,
+                               QFileInfo::exists(path_) && !isEmptyDirectory
+                                   ? QStringLiteral(": the directory exists and is not empty")
+                                   : QString()));
+    if (!session_.core().getLibs().contains(lib_)) {
+      throw HostError(QStringLiteral("library %1: %2 has no entry for it; its directory %3 remains")
+                          .arg(lib_, session_.core().getLibDefsFilename(), path_));
+    }
   }
 
   double libraryMetresPerDbu() {
@@ -158,18 +214,16 @@ private:
     return found > 0 ? found : kNewLibraryMetresPerDbu;
   }
 
-  void tellReplaced(const GdsIndex &index) {
-    const QStringList present = session_.core().getCellNames(lib_);
+  void tellReplaced(const QStringList &present, const QStringList &written) const {
     const QSet<QString> cells(present.begin(), present.end());
     QStringList replaced;
-    for (const GdsStructure &structure : index.structures()) {
-      const QString name = QString::fromLatin1(structure.name);
-      if (structure.isDefined() && cells.contains(name))
+    for (const QString &name : written) {
+      if (cells.contains(name))
         replaced.append(name);
     }
     if (!replaced.isEmpty()) {
       tellUser(
-          QStringLiteral("library %1: the layouts of %2 that it has already are replaced (first: %3)")
+          QStringLiteral("library %1: the layouts of %2 that it had already are replaced (first: %3)")
               .arg(lib_, counted(static_cast<quint64>(replaced.size()), QStringLiteral("cell")), replaced.first()));
     }
   }

@@ -1,4 +1,5 @@
 #include "commands.h"
+#include "commandvalues.h"
 #include "hosterror.h"
 #include "oaplugincore.h"
 #include "pluginsession.h"
@@ -35,15 +36,15 @@ int printLibraries(PluginSession &session, const Names &) {
 }
 
 int printCells(PluginSession &session, const Names &names) {
-  const QString lib = QString::fromStdString(names.lib);
+  const QString lib = nameFromCommandLine(names.lib);
   session.requireLibrary(lib);
   session.writeOutput(toLines(session.core().getCellNames(lib)));
   return session.exitCode();
 }
 
 int printViews(PluginSession &session, const Names &names) {
-  const QString lib = QString::fromStdString(names.lib);
-  const QString cell = QString::fromStdString(names.cell);
+  const QString lib = nameFromCommandLine(names.lib);
+  const QString cell = nameFromCommandLine(names.cell);
   session.requireLibrary(lib);
   const QStringList views = session.core().getViewNames(lib, cell);
   if (views.isEmpty() && !session.core().getCellNames(lib).contains(cell))
@@ -53,8 +54,8 @@ int printViews(PluginSession &session, const Names &names) {
 }
 
 int printViewType(PluginSession &session, const Names &names) {
-  const QString type = session.requireView(QString::fromStdString(names.lib), QString::fromStdString(names.cell),
-                                           QString::fromStdString(names.view));
+  const QString type = session.requireView(nameFromCommandLine(names.lib), nameFromCommandLine(names.cell),
+                                           nameFromCommandLine(names.view));
   session.writeOutput(type.toUtf8() + '\n');
   return session.exitCode();
 }

@@ -58,6 +58,22 @@ void OutputCapture::synchronise() {
   const quint64 mark = ++marksSent_;
   std::unique_lock<std::mutex> lock(mutex_);
   marked_.wait(lock, [&] { return marksSeen_ >= mark; });
+  linesToDrop_.clear();
+}
+
+void OutputCapture::dropLine(const QByteArray &line) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  ++linesToDrop_[line];
+}
+
+bool OutputCapture::isDropped(const QByteArray &line) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  const auto found = linesToDrop_.find(line);
+  if (found == linesToDrop_.end())
+    return false;
+  if (--*found == 0)
+    linesToDrop_.erase(found);
+  return true;
 }
 
 int OutputCapture::errorCount() {
@@ -111,11 +127,13 @@ void OutputCapture::takeBytes(const char *bytes, qsizetype count) {
 void OutputCapture::forwardLine(const QByteArray &line) {
   if (line.trimmed().isEmpty())
     return;
-  if (diagnostics_ && !line.startsWith("ERROR (")) {
+  if (diagnostics_ && !line.startsWith("ERROR (") && !line.startsWith("create lib list failed")) {
     std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stderr);
     std::fputc('\n', stderr);
     return;
   }
+  if (isDropped(line.trimmed()))
+    return;
   int errors = 0;
   {
     const std::lock_guard<std::mutex> lock(mutex_);

@@ -2,6 +2,7 @@
 #define OUTPUTCAPTURE_H
 
 #include <QByteArray>
+#include <QHash>
 
 #include <condition_variable>
 #include <mutex>
@@ -13,8 +14,8 @@
 // write().
 class OutputCapture {
 public:
-  // With `diagnostics`, lines are expected and passed on as they are, and only those that begin with "ERROR (" are
-  // errors. Without, every line is one.
+  // With `diagnostics`, lines are expected and passed on as they are, and only those that begin with "ERROR (", and
+  // the one of a failed lib.defs, are errors. Without, every line is one.
   explicit OutputCapture(bool diagnostics);
   // Restores file descriptor 1.
   ~OutputCapture();
@@ -23,6 +24,9 @@ public:
 
   // Returns when everything printed before the call has been forwarded and counted.
   void synchronise();
+  // The next line that is exactly `line` repeats what the user has been told: it is neither shown nor counted. Holds up
+  // to the next synchronise().
+  void dropLine(const QByteArray &line);
   // Error lines up to the last synchronise().
   int errorCount();
 
@@ -32,6 +36,7 @@ public:
 private:
   void forwardLines();
   void takeBytes(const char *bytes, qsizetype count);
+  bool isDropped(const QByteArray &line);
   void forwardLine(const QByteArray &line);
 
   const bool diagnostics_;
@@ -44,6 +49,7 @@ private:
   std::condition_variable marked_;
   quint64 marksSeen_ = 0;
   int errorCount_ = 0;
+  QHash<QByteArray, int> linesToDrop_;
 };
 
 #endif

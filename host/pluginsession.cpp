@@ -36,7 +36,10 @@ PluginSession::PluginSession(const CommandContext &context) : capture_(context.d
     throw HostError(QStringLiteral("the plug-in %1 could not start").arg(loader_.fileName()));
 }
 
-PluginSession::~PluginSession() = default;
+PluginSession::~PluginSession() {
+  for (const QString &report : repeatedReports_)
+    tellUser(QStringLiteral("%1 times: %2").arg(reports_.value(report)).arg(report));
+}
 
 void PluginSession::load(const QString &file) {
   const QFileInfo found(file);
@@ -65,20 +68,54 @@ int PluginSession::exitCode() {
 
 void PluginSession::writeOutput(const QByteArray &bytes) { capture_.write(bytes); }
 
+void PluginSession::requireLibraryDefinitions() {
+  const QString file = core_->getLibDefsFilename();
+  synchronise();
+  if (file.isEmpty())
+    throw HostError(QStringLiteral("%1/lib.defs cannot be read as a library definition file")
+                        .arg(QString::fromLocal8Bit(qgetenv("HOME"))));
+}
+
+QString PluginSession::missingLibraryReason(const QString &lib, const QString &libDefsFile) {
+  QFile file(libDefsFile);
+  if (!file.open(QIODevice::ReadOnly))
+    return {};
+  while (!file.atEnd()) {
+    const QList<QByteArray> words = file.readLine().simplified().split(' ');
+    if (words.size() != 3 || words[0] != "DEFINE" || QString::fromLatin1(words[1]) != lib)
+      continue;
+    const QDir directory(QFileInfo(libDefsFile).dir().filePath(QFile::decodeName(words[2])));
+    if (!directory.exists())
+      return QStringLiteral(": there is no directory %1").arg(directory.path());
+    if (!directory.exists(QStringLiteral(".oalib")))
+      return QStringLiteral(": %1 is no library, it has no .oalib").arg(directory.path());
+    return QStringLiteral(": %1").arg(directory.path());
+  }
+  return {};
+}
+
 void PluginSession::requireLibrary(const QString &lib) {
+  requireLibraryDefinitions();
   const QString path = core_->getLibPath(lib);
   synchronise();
   if (path.isEmpty()) {
-    throw HostError(
-        QStringLiteral("library %1 is not known; it is not defined in %2").arg(lib, core_->getLibDefsFilename()));
+    const QString file = core_->getLibDefsFilename();
+    if (core_->getLibs().contains(lib)) {
+      throw HostError(QStringLiteral("library %1 is defined in %2, but its directory cannot be opened%3")
+                          .arg(lib, file, missingLibraryReason(lib, file)));
+    }
+    throw HostError(QStringLiteral("library %1 is not known; it is not defined in %2").arg(lib, file));
   }
 }
 
 QString PluginSession::requireView(const QString &lib, const QString &cell, const QString &view) {
   requireLibrary(lib);
+  const int errorsBefore = errorCount();
   QString type = core_->getViewType(lib, cell, view);
   synchronise();
   if (type.isEmpty()) {
+    if (errorCount() > errorsBefore)
+      throw HostError(QStringLiteral("%1 cannot be looked up").arg(cellViewName(lib, cell, view)));
     if (!core_->getCellNames(lib).contains(cell))
       throw HostError(QStringLiteral("library %1 has no cell %2").arg(lib, cell));
     throw HostError(QStringLiteral("cell %1 of library %2 has no view %3").arg(cell, lib, view));
@@ -92,5 +129,21 @@ void PluginSession::onReportError(const QString &message, int severity, const QS
   constexpr int kErrorSeverity = 1;
   if (severity <= kErrorSeverity)
     ++reportedErrors_;
-  tellUser(detail.isEmpty() ? message : message + QStringLiteral(": ") + detail);
+  // A writing operation names itself and the object in the detail, and prints "ERROR (<operation>): <message>" as well.
+  const int labelLength = detail.indexOf(QLatin1String(": "));
+  if (labelLength > 0)
+    capture_.dropLine("ERROR (" + detail.left(labelLength).toLatin1() + "): " + message.toLatin1().trimmed());
+  const QString report = detail.isEmpty() ? message : message + QStringLiteral(": ") + detail;
+  // Of very many different texts, the later ones are not kept for the count.
+  constexpr int kCountedReports = 10000;
+  if (reports_.size() >= kCountedReports && !reports_.contains(report)) {
+    tellUser(report);
+    return;
+  }
+  int &count = reports_[report];
+  ++count;
+  if (count == 1)
+    tellUser(report);
+  else if (count == 2)
+    repeatedReports_.append(report);
 }

@@ -3,9 +3,11 @@
 
 #include "outputcapture.h"
 
+#include <QHash>
 #include <QObject>
 #include <QPluginLoader>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -42,6 +44,8 @@ public:
   // Writes to the process's standard output.
   void writeOutput(const QByteArray &bytes);
 
+  // Throws HostError when there is no lib.defs, or none that can be read.
+  void requireLibraryDefinitions();
   // Throws HostError unless the library is known.
   void requireLibrary(const QString &lib);
   // Throws HostError unless the cell view exists; returns its view type ("maskLayout", ...).
@@ -51,12 +55,17 @@ private slots:
   void onReportError(const QString &message, int severity, const QString &detail);
 
 private:
+  // The reason why a library that lib.defs defines is not there, or an empty text.
+  static QString missingLibraryReason(const QString &lib, const QString &libDefsFile);
   void load(const QString &file);
 
   OutputCapture capture_;
   QPluginLoader loader_;
   QObject *object_ = nullptr;
   oaPlugInCore *core_ = nullptr;
+  // Each different report with the number of times it came.
+  QHash<QString, int> reports_;
+  QStringList repeatedReports_; // in order
   int reportedErrors_ = 0;
   bool areReportsIgnored_ = false;
 };

@@ -1,4 +1,5 @@
 #include "commands.h"
+#include "commandvalues.h"
 #include "hosterror.h"
 #include "oaplugincore.h"
 #include "pluginsession.h"
@@ -22,9 +23,9 @@ struct ReadOptions {
 
 // Opens the view by the operation that its type calls for.
 void openView(PluginSession &session, const ReadOptions &options) {
-  const QString lib = QString::fromStdString(options.lib);
-  const QString cell = QString::fromStdString(options.cell);
-  const QString view = QString::fromStdString(options.view);
+  const QString lib = nameFromCommandLine(options.lib);
+  const QString cell = nameFromCommandLine(options.cell);
+  const QString view = nameFromCommandLine(options.view);
   const QString type = session.requireView(lib, cell, view);
   if (type == QLatin1String("schematic") || type == QLatin1String("schematicSymbol"))
     session.core().openSchematic(lib, cell, view, QString());

@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include "commands.h"
+#include "commandvalues.h"
 #include "hosterror.h"
 #include "layermap.h"
 #include "layoutreceiver.h"
@@ -110,10 +111,11 @@ void writePicture(const QString &fileName, const QByteArray &bytes) {
 }
 
 int renderView(const CommandContext &context, const RenderCommandOptions &options) {
-  const QString lib = QString::fromStdString(options.lib);
-  const QString cell = QString::fromStdString(options.cell);
-  const QString view = QString::fromStdString(options.view);
+  const QString lib = nameFromCommandLine(options.lib);
+  const QString cell = nameFromCommandLine(options.cell);
+  const QString view = nameFromCommandLine(options.view);
   const QString output = QString::fromLocal8Bit(options.output.c_str());
+  requireOrdinaryOutput(output);
   // Before the layout, which may take long to read.
   LayerMap layers;
   if (!options.layers.empty())

@@ -3,8 +3,8 @@
 
 #include <QString>
 
-// Prints "oahost: <message>" on standard error, clear of a progress bar that stands there. May be called from any
-// thread.
+// Prints "oahost: <message>" on standard error, clear of a progress bar that stands there, with the middle of very long
+// names left out. May be called from any thread.
 void tellUser(const QString &message);
 
 // How messages name a cell view: lib/cell/view.

@@ -104,8 +104,9 @@ void Database::destroyRow(Table &table, Row row) {
   properties_->destroyOf(table, row);
   if (&table == properties_.get()) {
     properties_->rowIsGoing(row);
+  } else {
+    rowIsGoing(table, row);
   }
-  rowIsGoing(table, row);
   table.setKind(row, 0);
   touch();
 }

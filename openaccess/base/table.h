@@ -107,6 +107,15 @@ public:
     object->aside_ = aside;
     return object;
   }
+  // The same for a row whose neighbours in its block of handles (see HandleBlock) were asked for before.
+  oaObject *handleInBlock(Row row, std::uint8_t kind, std::uint16_t aside) {
+    oaObject &object = blocks_[row >> HandleBlock::kShift]->handles[row & (HandleBlock::kHandles - 1)];
+    object.table_ = this;
+    object.row_ = row;
+    object.type_ = kind;
+    object.aside_ = aside;
+    return &object;
+  }
   static void dropAside(oaObject *object) { object->aside_ = 0; }
   // Sets the kind of a row. 0 destroys it: its handle, if any, reads as dead from now on.
   void setKind(Row row, std::uint8_t kind);

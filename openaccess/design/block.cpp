@@ -44,7 +44,7 @@ public:
       const std::uint8_t kind = shapes.kind.raw()[row];
       if (OA_LIKELY(ShapeTable::isShapeKind(kind))) {
         position = row;
-        return shapes.handle(row, kind, designOf(shapes).asideOfLpp(shapes.lpp.raw()[row]));
+        return shapes.handleInBlock(row, kind, designOf(shapes).asideOfLpp(shapes.lpp.raw()[row]));
       }
     }
     return prepareAndFind(shapes, row, position, hint);
@@ -145,6 +145,7 @@ oaCollection<oaShape, oaBlock> oaBlock::getShapes() const {
   blockRowOf(this);
   DesignDatabase &design = designOf(this);
   dropOrphanedDisplays(design);
+  design.gatherNumbers();
   return CollectionAccess::make<oaCollection<oaShape, oaBlock>>(kind, &design.shapes, 0);
 }
 

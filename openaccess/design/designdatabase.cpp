@@ -11,6 +11,8 @@
 #include "textdisplay.h"
 #include "viewtypes.h"
 
+#include <algorithm>
+
 namespace OpenAccess_4 {
 namespace kit {
 
@@ -131,6 +133,7 @@ void DesignDatabase::contentsChanged() {
   nextNetNumber = nextInstNumber = nextPinNumber = 0;
   lastLpp_ = kNoRow;
   lppNumbers_.clear();
+  gatheredLpps_ = 0;
   lppByNumbers_.clear();
   layerHeaderByNumber_.clear();
   isLppByNumbersBuilt_ = false;
@@ -236,6 +239,18 @@ void DesignDatabase::buildLppNumbers() {
     ++layer->second.pairs;
   }
   isLppByNumbersBuilt_ = true;
+}
+
+void DesignDatabase::gatherNumbers() {
+  const Row last = std::min({lpps.rowCount(), lpps.kind.size(), Row(0xfffe)});
+  for (; gatheredLpps_ < last; ++gatheredLpps_) {
+    if (lpps.isAlive(gatheredLpps_)) {
+      numbersOf(gatheredLpps_);
+    }
+  }
+  if (lppNumbers_.size() < gatheredLpps_) {
+    lppNumbers_.resize(gatheredLpps_);
+  }
 }
 
 const DesignDatabase::LppNumbers &DesignDatabase::numbersOf(Row lpp) {

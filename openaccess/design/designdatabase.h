@@ -102,13 +102,12 @@ public:
     return __builtin_expect(lpp < lppNumbers_.size() && lppNumbers_[lpp].isKnown, 1) ? &lppNumbers_[lpp] : nullptr;
   }
   const LppNumbers &numbersOf(Row lpp);
-  // What a shape's handle notes of its header: one more than the row, or 0 when the numbers are not known yet. Numbers
-  // that are known stay known as long as handles live.
+  // What a shape's handle notes of its header: one more than the row, or 0 when its numbers are not at hand.
+  // gatherNumbers() brings those of all headers at hand; they stay there as long as handles live.
   std::uint16_t asideOfLpp(Row lpp) const {
-    return __builtin_expect(lpp < lppNumbers_.size() && lpp < 0xfffe && lppNumbers_[lpp].isKnown, 1)
-               ? static_cast<std::uint16_t>(lpp + 1)
-               : 0;
+    return static_cast<std::uint16_t>(lpp < gatheredLpps_ && lppNumbers_[lpp].isKnown ? lpp + 1 : 0);
   }
+  void gatherNumbers();
   const LppNumbers &numbersByAside(std::uint16_t aside) const { return lppNumbers_[aside - 1U]; }
   Row findLpp(oaLayerNum layer, oaPurposeNum purpose);
   Row findLayerHeader(oaLayerNum layer);
@@ -158,6 +157,7 @@ private:
   void buildLppNumbers();
 
   std::vector<LppNumbers> lppNumbers_;
+  Row gatheredLpps_ = 0; // at most 0xfffe: a note has 16 bits
   Row lastLpp_ = kNoRow;
   oaLayerNum lastLayer_ = 0;
   oaPurposeNum lastPurpose_ = 0;

@@ -3,6 +3,7 @@
 #include "connectivityaccess.h"
 
 #include <limits>
+#include <typeinfo>
 
 namespace OpenAccess_4 {
 
@@ -169,11 +170,14 @@ void requireElement(const oaArrayInst *inst, oaUInt4 row, oaUInt4 col) {
 class InstsOfBlock : public WholeTableKind {
 public:
   oaObject *next(const CollectionQuestion &question, Row &position, Row &hint) const override {
+    const InstTable &insts = static_cast<const InstTable &>(*question.table);
     const Row row = position + 1; // kNoRow + 1 is 0
-    const std::uint8_t *kind = static_cast<const InstTable *>(question.table)->kind.ready(row);
-    if (OA_LIKELY(kind != nullptr && *kind != 0)) {
+    const std::uint8_t *kind = insts.kind.ready(row);
+    const Row *header = insts.header.ready(row);
+    if (OA_LIKELY(kind != nullptr && *kind != 0 && header != nullptr && *header < 0xfffe &&
+                  designOf(insts).instHeaders.isAlive(*header))) {
       position = row;
-      return question.table->handle(row, *kind);
+      return question.table->handle(row, *kind, static_cast<std::uint16_t>(*header + 1));
     }
     return WholeTableKind::next(question, position, hint);
   }
@@ -199,7 +203,14 @@ void oaInst::getName(oaSimpleName &name) const {
 
 void oaInst::getName(const oaNameSpace &ns, oaString &name) const {
   const InstTable &insts = instsOf(this);
-  getStoredName(insts.database().strings(), insts.name[rowOf(this)], ns, name);
+  const StringTable &strings = insts.database().strings();
+  const Row stored = insts.name[rowOf(this)];
+  if (typeid(ns) == typeid(oaNativeNS)) { // what is stored, and what a walk asks of every instance
+    const std::string_view text = strings.view(stored);
+    name.assign(text.data(), static_cast<oaUInt4>(text.size()));
+    return;
+  }
+  getStoredName(strings, stored, ns, name);
 }
 
 void oaInst::getParams(oaParamArray &params) const {
@@ -267,6 +278,7 @@ void oaInst::setMaster(const oaScalarName &libName, const oaScalarName &cellName
   at.design.instHeaders.insts.set(header, at.design.instHeaders.insts[header] + 1);
   leaveInstHeader(at.design, at.row);
   at.design.insts.header.set(at.row, header);
+  Table::dropAside(this);
   if (at.design.instsOfHeader.isBuilt()) {
     at.design.instsOfHeader.add(header, at.row);
   }

@@ -177,6 +177,10 @@ using namespace kit;
 oaRefHeader *oaRef::getHeader() const {
   const InstTable &insts = instsOf(this);
   InstHeaderTable &headers = designOf(insts).instHeaders;
+  const std::uint16_t aside = asideOf(this);
+  if (OA_LIKELY(aside != 0)) { // noted by the walk that made the handle
+    return static_cast<oaRefHeader *>(headers.handle(aside - 1U, oacInstHeaderType));
+  }
   const Row header = checkedRow(headers, insts.header[rowOf(this)], "an instance");
   return static_cast<oaRefHeader *>(headers.handle(header, oacInstHeaderType));
 }
@@ -189,7 +193,14 @@ oaOrient oaRef::getOrient() const { return orientOf(instsOf(this), rowOf(this));
 
 void oaRef::getTransform(oaTransform &xform) const {
   const InstTable &insts = instsOf(this);
-  xform = oaTransform(insts.origin[rowOf(this)], orientOf(insts, rowOf(this)));
+  const Row row = rowOf(this);
+  const oaPoint *origin = insts.origin.ready(row);
+  const std::uint8_t *orient = insts.orient.ready(row);
+  if (OA_LIKELY(origin != nullptr && orient != nullptr && *orient <= oacMXR90)) {
+    xform.set(*origin, static_cast<oaOrientEnum>(*orient));
+    return;
+  }
+  xform = oaTransform(insts.origin[row], orientOf(insts, row));
 }
 
 oaBoolean oaRef::isBound() const { return getHeader()->isBound(); }

@@ -26,7 +26,7 @@ Row lppOf(const ShapeTable &shapes, Row shape) {
 inline const DesignDatabase::LppNumbers &numbersOf(const oaShape *shape) {
   const Table *table = tableOf(shape);
   const std::uint16_t aside = asideOf(shape);
-  if (OA_LIKELY(aside != 0)) { // only living shapes have one
+  if (OA_LIKELY(aside != 0 && shape->getType() <= oacInstAttrDisplayType)) { // only living objects have one
     return designOf(*table).numbersByAside(aside);
   }
   if (OA_LIKELY(table != nullptr && table->id() == kShapeTable)) {

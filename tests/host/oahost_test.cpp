@@ -5,6 +5,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include <sys/stat.h>
+
 namespace {
 
 using testing::HasSubstr;
@@ -218,7 +220,7 @@ TEST_F(OaHost, ImportTellsWhatItReplacesAndWhichLayersTheMapLacks) {
   const HostResult result = host.run("import-gds demo.gds --lib demo --layers layers.map");
   EXPECT_EQ(result.exitCode, 0);
   EXPECT_THAT(result.errors,
-              HasSubstr("oahost: library demo: the layouts of 2 cells that it has already are replaced"));
+              HasSubstr("oahost: library demo: the layouts of 2 cells that it had already are replaced"));
   EXPECT_THAT(result.errors, HasSubstr("layers that the layer map does not name: 69/0\n"));
 }
 
@@ -227,6 +229,63 @@ TEST_F(OaHost, FailedExportKeepsTheOldFile) {
   host.write("out.gds", "old");
   EXPECT_EQ(host.run("export-gds demo none -o out.gds").exitCode, 1);
   EXPECT_EQ(host.read("out.gds"), "old");
+}
+
+TEST_F(OaHost, OutputThatIsNoOrdinaryFileIsRefused) {
+  import(sampleFile(), "demo");
+  const std::string pipe = host.path("pipe.png").toStdString();
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  for (const char *arguments : {"export-gds demo TOP -o pipe.png", "render demo TOP -o pipe.png"}) {
+    const HostResult result = host.run(arguments);
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.errors, "oahost: pipe.png: is no ordinary file\n");
+    struct stat status;
+    ASSERT_EQ(stat(pipe.c_str(), &status), 0);
+    EXPECT_TRUE(S_ISFIFO(status.st_mode));
+  }
+  EXPECT_THAT(host.run("export-gds demo TOP -o demo_dir").errors, HasSubstr("demo_dir: is no ordinary file"));
+}
+
+TEST_F(OaHost, UnreadableLibraryDefinitionsAreNamed) {
+  host.write("one.gds", sampleFile());
+  host.write("lib.defs", "\x8f\x01 garbage \xff\n(((");
+  for (const char *arguments : {"import-gds one.gds --lib demo --path demo_dir", "cells demo", "read demo TOP"}) {
+    SCOPED_TRACE(arguments);
+    const HostResult result = host.run(arguments);
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_THAT(result.errors, HasSubstr(host.path("lib.defs").toStdString() + " cannot be read"));
+  }
+  EXPECT_FALSE(QDir(host.path("demo_dir")).exists());
+  EXPECT_EQ(host.run("--debug libs").exitCode, 1);
+}
+
+TEST_F(OaHost, LibraryThatCannotBeMadeOrOpenedIsExplained) {
+  import(sampleFile(), "demo");
+  QDir(host.path("")).mkpath("full/sub");
+  const struct {
+    QStringList arguments;
+    const char *errors;
+  } cases[] = {
+      {{"import-gds", "demo.gds", "--lib", "a", "--path", "no/such"}, "there is no directory "},
+      {{"import-gds", "demo.gds", "--lib", "a/b", "--path", "new"}, "\"a/b\" is no name of a library"},
+      {{"import-gds", "demo.gds", "--lib", "a", "--path", "demo.gds"}, "it is no directory"},
+      {{"import-gds", "demo.gds", "--lib", "a", "--path", "."}, "the directory exists and is not empty"},
+      {{"import-gds", "demo.gds", "--lib", "a", "--path", QString(300, 'n')}, "the path is too long"},
+      {{"import-gds", "demo.gds", "--lib", QString::fromUtf8("\u20ac"), "--path", "new"}, "only Latin-1"},
+      {{"import-gds", "demo.gds", "--lib", "a", "--path", QString::fromUtf8("\u4e2d")}, "only Latin-1"},
+      {{"read", "demo", QString::fromUtf8("\u20ac")}, "only Latin-1"},
+  };
+  for (const auto &c : cases) {
+    SCOPED_TRACE(c.arguments.join(' ').toStdString());
+    const HostResult result = host.run(c.arguments);
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_THAT(result.errors, HasSubstr(c.errors));
+    EXPECT_FALSE(QDir(host.path("new")).exists());
+  }
+  ASSERT_TRUE(QDir(host.path("demo_dir")).removeRecursively());
+  const HostResult gone = host.run("cells demo");
+  EXPECT_EQ(gone.exitCode, 1);
+  EXPECT_THAT(gone.errors, HasSubstr("its directory cannot be opened: there is no directory "));
 }
 
 TEST_F(OaHost, CoarserFileIsScaledToTheLibrary) {
@@ -293,6 +352,9 @@ TEST_F(OaHost, UnusualCellNamesAreWrittenAndFoundOrRefused) {
     host.write("one.gds", gds.bytes);
     const HostResult imported = host.run("import-gds one.gds --lib demo --path demo_dir");
     EXPECT_THAT(imported.errors, HasSubstr(c.errors));
+    // A refusal is told once, and not with names of any length.
+    EXPECT_THAT(imported.errors, Not(HasSubstr("ERROR (")));
+    EXPECT_THAT(imported.errors, Not(HasSubstr(std::string(200, 'n'))));
     ASSERT_EQ(imported.exitCode, *c.errors == '\0' ? 0 : 1) << imported.errors;
     if (imported.exitCode == 0) {
       const HostResult result = host.run({"read", "demo", QString::fromLatin1(c.name)});

@@ -1,0 +1,30 @@
+#include "commandvalues.h"
+
+#include "hosterror.h"
+
+#include <QFile>
+
+#include <sys/stat.h>
+
+namespace {
+
+QString requireLatin1(const QString &text) {
+  if (QString::fromLatin1(text.toLatin1()) != text)
+    throw HostError(
+        QStringLiteral("\"%1\" has characters that a library cannot hold; only Latin-1 is possible").arg(text));
+  return text;
+}
+
+} // namespace
+
+QString nameFromCommandLine(const std::string &text) { return requireLatin1(QString::fromStdString(text)); }
+
+QString libraryPathFromCommandLine(const std::string &text) {
+  return requireLatin1(QString::fromLocal8Bit(text.c_str()));
+}
+
+void requireOrdinaryOutput(const QString &fileName) {
+  struct stat status;
+  if (stat(QFile::encodeName(fileName).constData(), &status) == 0 && !S_ISREG(status.st_mode))
+    throw HostError(QStringLiteral("%1: is no ordinary file").arg(fileName));
+}
