@@ -256,7 +256,7 @@ int runRead(const Options &options) {
 
 } // namespace
 
-int main(int argc, char **argv) {
+int parseAndRun(int argc, char **argv) {
   Options options;
   CLI::App app("Saves that are killed, and saves that others read during; exit 1 when a version is not whole");
   app.require_subcommand(1);
@@ -271,8 +271,12 @@ int main(int argc, char **argv) {
     command->add_option("--plugin", options.plugIn, "the plug-in's file")->capture_default_str();
   }
   CLI11_PARSE(app, argc, argv);
+  return killed->parsed() ? runKilled(options) : runRead(options);
+}
+
+int main(int argc, char **argv) {
   try {
-    return killed->parsed() ? runKilled(options) : runRead(options);
+    return parseAndRun(argc, argv);
   } catch (const std::exception &exception) {
     std::fprintf(stderr, "soak_saves: %s\n", exception.what());
     return 1;
