@@ -108,6 +108,28 @@ TEST_F(Instances, HeadersComeWithTheFirstInstanceAndGoWithTheLast) {
   EXPECT_EQ(namesOf<oaInst>(block_->getInsts()), "I2 I3");
 }
 
+// A walk notes headers and layers with the handles it makes; what changes afterwards must not be answered from the
+// note.
+TEST_F(Instances, WhatAWalkHasSeenMayStillChange) {
+  place(block_, "leaf", "I1", oaTransform());
+  oaRect::create(block_, 1, 2, oaBox(0, 0, 1, 1));
+  reopen('a');
+  oaIter<oaInst> insts(block_->getInsts());
+  oaInst *inst = insts.getNext();
+  oaInstHeader *before = inst->getHeader();
+  inst->setMaster(scalar(libName()), scalar("other"), scalar("layout"));
+  EXPECT_FALSE(before->isValid());
+  oaString cell;
+  inst->getHeader()->getCellName(oaNativeNS(), cell);
+  EXPECT_EQ(cell, "other");
+  oaIter<oaShape> shapes(block_->getShapes());
+  oaShape *shape = shapes.getNext();
+  EXPECT_EQ(shape->getLayerNum(), 1u);
+  shape->setLPP(7, 8);
+  EXPECT_EQ(shape->getLayerNum(), 7u);
+  EXPECT_EQ(shape->getPurposeNum(), 8u);
+}
+
 TEST_F(Instances, BoundMastersAreHeldAndGivenBack) {
   oaInst *inst = place(block_, "leaf", "I1", oaTransform());
   EXPECT_EQ(leaf(), nullptr) << "placing by names opens nothing";
