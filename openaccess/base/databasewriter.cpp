@@ -210,10 +210,20 @@ void DatabaseWriter::writeColumnRenumbered(ColumnFileWriter &writer, const Table
 
 void DatabaseWriter::writePool(ColumnFileWriter &writer, const Table &table) {
   const ColumnBase &column = *table.columns().front();
+  std::vector<unsigned char> element(column.elementBytes());
   for (const PoolPiece &piece : pieces_[table.id()]) {
     column.verify(piece.begin, piece.begin + piece.count);
-    if (piece.count != 0) {
+    if (piece.count != 0 && column.references().begin() == column.references().end()) {
       writer.addElements(column.element(piece.begin), piece.count);
+      continue;
+    }
+    for (Row row = piece.begin; row < piece.begin + piece.count; ++row) {
+      std::memcpy(element.data(), column.element(row), element.size());
+      for (const ColumnReference &reference : column.references()) {
+        unsigned char *place = element.data() + reference.offsetBytes;
+        store32(place, newRowOf(reference.table, load32(place)));
+      }
+      writer.addElements(element.data(), 1);
     }
   }
 }

@@ -3,6 +3,7 @@
 #include "collection.h"
 #include "designaccess.h"
 #include "figureindexes.h"
+#include "multibit.h"
 #include "oa/oaDesign.h"
 #include "oa/oaLPPHeader.h"
 #include "oa/oaShape.h"
@@ -74,6 +75,13 @@ void destroyAll(DesignDatabase &design, Table &table) {
   }
 }
 
+// The same for objects that may be members of others.
+void destroyAll(MultiBit names, const Table &table) {
+  for (Row row = table.nextAlive(kNoRow); row != kNoRow; row = table.nextAlive(row)) {
+    names.destroyWithOwners(row);
+  }
+}
+
 Row blockRowOf(const oaBlock *block) {
   tableAs<BlockTable>(block, kBlockTable, "block");
   return rowOf(block);
@@ -104,8 +112,12 @@ void oaBlock::destroy() {
   const Row row = blockRowOf(this);
   DesignDatabase &design = designOf(this);
   // Instances before nets, since their terminals sit on nets; shapes last, since nothing hangs on them.
-  destroyAll(design, design.insts);
-  destroyAll(design, design.nets);
+  destroyAll(instNames(design), design.insts);
+  destroyAll(netNames(design), design.nets);
+  for (Table *defs : {static_cast<Table *>(&design.vectorInstDefs), static_cast<Table *>(&design.busNetDefs),
+                      static_cast<Table *>(&design.busTermDefs)}) {
+    destroyAll(design, *defs);
+  }
   destroyAll(design, design.shapes);
   design.destroyRow(design.blocks, row);
 }

@@ -1,10 +1,19 @@
 set(connectivity_sources
+  arrayinst.cpp
+  bitsdef.cpp
+  busnet.cpp
+  busterm.cpp
+  connections.cpp
   connectivity.cpp
+  equivalentnets.cpp
   inst.cpp
+  instaccess.cpp
   instheader.cpp
   instterm.cpp
+  multibit.cpp
   net.cpp
   pin.cpp
   ref.cpp
   term.cpp
+  vectorinst.cpp
   via.cpp)

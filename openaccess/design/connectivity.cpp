@@ -2,25 +2,15 @@
 
 #include "connectivityaccess.h"
 #include "figureindexes.h"
+#include "multibit.h"
+#include "properties.h"
 
-#include <algorithm>
 #include <typeinfo>
 
 namespace OpenAccess_4 {
 namespace kit {
 
 namespace {
-
-template <typename TableType> void buildNameIndex(NameIndex &index, TableType &table, const StringTable &strings) {
-  if (index.isBuilt()) {
-    return;
-  }
-  index.clear();
-  for (Row row = table.nextAlive(kNoRow); row != kNoRow; row = table.nextAlive(row)) {
-    index.add(strings.text(table.name[row]), row);
-  }
-  index.setBuilt();
-}
 
 template <typename TableType>
 void buildOwnerIndex(OwnerIndex &index, const TableType &table, const Column<Row> &owners) {
@@ -37,37 +27,47 @@ void buildOwnerIndex(OwnerIndex &index, const TableType &table, const Column<Row
   index.setBuilt();
 }
 
-template <typename TableType> void destroyAll(DesignDatabase &design, TableType &table, const std::vector<Row> &rows) {
+// What is connected to a net that goes or becomes implicit.
+void leaveTermsOfNet(DesignDatabase &design, Row net, bool explicitOnly) {
+  MultiBit terms = termNames(design);
   // A copy: destroying takes each row out of the index.
-  const std::vector<Row> going = rows;
-  for (const Row row : going) {
-    if (table.isAlive(row)) {
-      design.destroyRow(table, row);
+  const std::vector<Row> connected = termsOfNet(design).rows(net);
+  for (const Row term : connected) {
+    if (!design.terms.isAlive(term) || (explicitOnly && terms.isImplicit(term))) {
+      continue;
+    }
+    if (explicitOnly) {
+      dropTerm(design, term);
+    } else {
+      terms.destroyWithOwners(term);
+    }
+  }
+}
+
+void leaveInstTermsOfNet(DesignDatabase &design, Row net, bool explicitOnly) {
+  const std::vector<Row> connected = instTermsOfNet(design).rows(net);
+  for (const Row instTerm : connected) {
+    const bool isImplicit = (design.instTerms.flags[instTerm] & kInstTermImplicit) != 0;
+    if (!explicitOnly || !isImplicit) {
+      instTermLosesNet(design, instTerm);
     }
   }
 }
 
 void netIsGoing(DesignDatabase &design, Row net) {
-  destroyAll(design, design.terms, termsOfNet(design).rows(net));
-  const std::vector<Row> connections = instTermsOfNet(design).rows(net);
-  for (const Row instTerm : connections) {
-    design.instTermsOfNet.remove(net, instTerm);
-    design.instTerms.net.set(instTerm, kNoRow);
-  }
+  leaveTermsOfNet(design, net, false);
+  leaveInstTermsOfNet(design, net, false);
   leaveNet(design, net);
-  if (design.netsByName.isBuilt()) {
-    design.netsByName.remove(design.strings().text(design.nets.name[net]), net);
-  }
+  leaveEquivalents(design, net);
+  netNames(design).leave(net);
 }
 
 void termIsGoing(DesignDatabase &design, Row term) {
-  destroyAll(design, design.pins, pinsOfTerm(design).rows(term));
-  if (design.termsOfNet.isBuilt()) {
+  leavePinsOfTerm(design, term);
+  if (design.termsOfNet.isBuilt() && design.terms.net[term] != kNoRow) {
     design.termsOfNet.remove(design.terms.net[term], term);
   }
-  if (design.termsByName.isBuilt()) {
-    design.termsByName.remove(design.strings().text(design.terms.name[term]), term);
-  }
+  termNames(design).leave(term);
 }
 
 void pinIsGoing(DesignDatabase &design, Row pin) {
@@ -77,24 +77,46 @@ void pinIsGoing(DesignDatabase &design, Row pin) {
   }
 }
 
-void instIsGoing(DesignDatabase &design, Row inst) {
-  destroyAll(design, design.instTerms, instTermsOfInst(design).rows(inst));
-  if (design.instsByName.isBuilt()) {
-    design.instsByName.remove(design.strings().text(design.insts.name[inst]), inst);
-  }
-  leaveInstHeader(design, inst);
-}
-
-void instTermIsGoing(DesignDatabase &design, Row instTerm) {
-  if (design.instTermsOfInst.isBuilt()) {
-    design.instTermsOfInst.remove(design.instTerms.inst[instTerm], instTerm);
-  }
-  if (design.instTermsOfNet.isBuilt() && design.instTerms.net[instTerm] != kNoRow) {
-    design.instTermsOfNet.remove(design.instTerms.net[instTerm], instTerm);
-  }
-}
-
 } // namespace
+
+void leavePinsOfTerm(DesignDatabase &design, Row term) {
+  const std::vector<Row> pins = pinsOfTerm(design).rows(term);
+  for (const Row pin : pins) {
+    if (design.pins.isAlive(pin)) {
+      design.destroyRow(design.pins, pin);
+    }
+  }
+}
+
+void dropNet(DesignDatabase &design, Row net) {
+  const MultiBit nets = netNames(design);
+  if (!nets.isNeeded(net)) {
+    design.destroyRow(design.nets, net);
+    return;
+  }
+  leaveTermsOfNet(design, net, true);
+  leaveInstTermsOfNet(design, net, true);
+  leaveNet(design, net);
+  leaveEquivalents(design, net);
+  design.properties().destroyOf(design.nets, net);
+  design.nets.flags.set(net, kNetImplicit);
+  design.nets.signalType.set(net, oacSignalSigType);
+  design.nets.priority.set(net, 0);
+  design.touch();
+}
+
+void dropTerm(DesignDatabase &design, Row term) {
+  const MultiBit terms = termNames(design);
+  if (!terms.isNeeded(term)) {
+    design.destroyRow(design.terms, term);
+    return;
+  }
+  leavePinsOfTerm(design, term);
+  design.properties().destroyOf(design.terms, term);
+  design.terms.flags.set(term, kTermImplicit);
+  design.terms.position.set(term, oacNullIndex);
+  design.touch();
+}
 
 void connectivityRowIsGoing(DesignDatabase &design, Table &table, Row row) {
   switch (table.id()) {
@@ -138,28 +160,6 @@ void getStoredName(const StringTable &strings, Row name, const oaNameSpace &ns, 
   scalar.get(ns, out);
 }
 
-bool isUsableScalarName(const oaName &name) {
-  return name.getType() == oacScalarNameType && !nativeText(name).empty() &&
-         nativeText(name).find('/') == std::string::npos;
-}
-
-std::string checkScalarName(const DesignDatabase &design, const oaName &name, const char *what, oaUInt4 emptyId,
-                            oaUInt4 hierId) {
-  const std::string text = nativeText(name);
-  if (text.empty()) {
-    refuse(design, emptyId, std::string("a ") + what + " needs a name that is not empty");
-  }
-  if (text.find('/') != std::string::npos) {
-    refuse(design, hierId,
-           std::string(what) + " " + text + ": the name leads into a hierarchy (\"/\") that does not exist");
-  }
-  if (name.getType() != oacScalarNameType) {
-    raiseBase(oacNotYetSupported,
-              design.label() + ": " + what + " " + text + ": bus, bit and bundle names are not supported yet");
-  }
-  return text;
-}
-
 std::string automaticName(const NameIndex &index, const char *prefix, std::uint32_t &nextNumber) {
   std::string name;
   do {
@@ -168,18 +168,9 @@ std::string automaticName(const NameIndex &index, const char *prefix, std::uint3
   return name;
 }
 
-NameIndex &netsByName(DesignDatabase &design) {
-  buildNameIndex(design.netsByName, design.nets, design.strings());
-  return design.netsByName;
-}
-NameIndex &termsByName(DesignDatabase &design) {
-  buildNameIndex(design.termsByName, design.terms, design.strings());
-  return design.termsByName;
-}
-NameIndex &instsByName(DesignDatabase &design) {
-  buildNameIndex(design.instsByName, design.insts, design.strings());
-  return design.instsByName;
-}
+NameIndex &netsByName(DesignDatabase &design) { return netNames(design).byName(); }
+NameIndex &termsByName(DesignDatabase &design) { return termNames(design).byName(); }
+NameIndex &instsByName(DesignDatabase &design) { return instNames(design).byName(); }
 OwnerIndex &termsOfNet(DesignDatabase &design) {
   buildOwnerIndex(design.termsOfNet, design.terms, design.terms.net);
   return design.termsOfNet;

@@ -60,15 +60,15 @@ template <typename Name> std::string nativeText(const Name &name) {
 void getStoredName(const StringTable &strings, Row name, oaScalarName &out);
 void getStoredName(const StringTable &strings, Row name, const oaNameSpace &ns, oaString &out);
 
-// Checks a name for a new object and returns its native text. `emptyId` and `hierId` are raised for the empty name and
-// one with "/"; kinds other than scalar raise oacNotYetSupported. `what` is "net", "terminal" or "instance".
-std::string checkScalarName(const DesignDatabase &design, const oaName &name, const char *what, oaUInt4 emptyId,
-                            oaUInt4 hierId);
-// The same without raising.
-bool isUsableScalarName(const oaName &name);
-
 // Raises a design exception that names the design and the object.
 [[noreturn]] void refuse(const DesignDatabase &design, oaUInt4 id, const std::string &message);
+
+// Messages that the documentation gives a number only.
+constexpr oaUInt4 kNetsNotEquivalent = 1112;
+constexpr oaUInt4 kTermTypeOfBusMember = 1147;
+constexpr oaUInt4 kGlobalOfImplicitNet = 1612;
+constexpr oaUInt4 kSigTypeOfImplicitNet = 1613;
+constexpr oaUInt4 kInvalidInstTermIterFlags = 1180;
 
 // Look-ups, built at first need.
 NameIndex &netsByName(DesignDatabase &design);
@@ -82,6 +82,22 @@ OwnerIndex &instTermsOfNet(DesignDatabase &design);
 
 // A name prefix + number that no object of the index uses.
 std::string automaticName(const NameIndex &index, const char *prefix, std::uint32_t &nextNumber);
+
+// Destroys an explicit net or terminal, or makes it implicit again when others need it: what is connected to it goes or
+// stays as documented at oaNet::destroy().
+void dropNet(DesignDatabase &design, Row net);
+void dropTerm(DesignDatabase &design, Row term);
+void leavePinsOfTerm(DesignDatabase &design, Row term);
+// The net leaves its set of equivalents.
+void leaveEquivalents(DesignDatabase &design, Row net);
+// The nets of the set, ascending; empty when there are no others.
+const std::vector<Row> &equivalentsOf(DesignDatabase &design, Row net);
+
+// Called when the row is about to be destroyed.
+void instIsGoing(DesignDatabase &design, Row inst);
+void instTermIsGoing(DesignDatabase &design, Row instTerm);
+// The net of an explicit connection goes or becomes implicit: it and its bits are without a net from now on.
+void instTermLosesNet(DesignDatabase &design, Row instTerm);
 
 // Takes the instance out of its header's count; the header goes with the last instance.
 void leaveInstHeader(DesignDatabase &design, Row inst);

@@ -9,9 +9,23 @@
 namespace OpenAccess_4 {
 namespace kit {
 
+// Look-ups of the nets, terminals or instances of a design that have several bits; see multibit.h.
+struct BitsIndexes {
+  NameIndex defsByName;
+  OwnerIndex objectsOfDef; // definition -> its ranges and bits
+  OwnerIndex ownersOf;     // bit or member -> ranges and bundles that it belongs to, each once
+
+  void clear() {
+    defsByName.clear();
+    objectsOfDef.clear();
+    ownersOf.clear();
+  }
+};
+
 // What is derived from the instances of a design. DesignDatabase::contentsChanged() calls clear().
 struct ConnectivityState {
   NameIndex instHeadersByMaster; // "lib\ncell\nview"
+  OwnerIndex instTermsByName;    // hash of instance and terminal name -> connections; see connections.h
   // Union of the boxes of all instances, and the masters' boxes (by header row) it was made from.
   bool isRefBoxKnown = false;
   oaBox refBox;
@@ -19,6 +33,7 @@ struct ConnectivityState {
 
   void clear() {
     instHeadersByMaster.clear();
+    instTermsByName.clear();
     isRefBoxKnown = false;
     masterBoxes.clear();
   }

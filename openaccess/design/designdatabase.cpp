@@ -125,9 +125,13 @@ void DesignDatabase::contentsChanged() {
   for (NameIndex *index : {&netsByName, &termsByName, &instsByName}) {
     index->clear();
   }
-  for (OwnerIndex *index : {&termsOfNet, &pinsOfTerm, &instsOfHeader, &instTermsOfInst, &instTermsOfNet, &shapesOfLpp,
-                            &shapesOfNet, &shapesOfPin, &instsOfPin, &displaysOfObject}) {
+  for (OwnerIndex *index :
+       {&termsOfNet, &pinsOfTerm, &instsOfHeader, &instTermsOfInst, &instTermsOfNet, &shapesOfLpp, &shapesOfNet,
+        &shapesOfPin, &instsOfPin, &displaysOfObject, &equivalentNets, &instTermsOfInstTerm}) {
     index->clear();
+  }
+  for (BitsIndexes *indexes : {&netBitsIndexes, &termBitsIndexes, &instBitsIndexes}) {
+    indexes->clear();
   }
   connectivity.clear();
   nextNetNumber = nextInstNumber = nextPinNumber = 0;

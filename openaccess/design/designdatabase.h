@@ -66,10 +66,23 @@ public:
   InstTable insts{*this};
   ArrayTable arrays{*this};
   InstTermTable instTerms{*this};
+  BitsTable netBits{*this, kNetBitsTable, "netBits", kBusNetDefTable, kNetMemberTable};
+  MemberTable netMembers{*this, kNetMemberTable, "netMembers", kNetTable};
+  BitsDefTable busNetDefs{*this, kBusNetDefTable, "busNetDefs"};
+  BitsTable termBits{*this, kTermBitsTable, "termBits", kBusTermDefTable, kTermMemberTable};
+  MemberTable termMembers{*this, kTermMemberTable, "termMembers", kTermTable};
+  BitsDefTable busTermDefs{*this, kBusTermDefTable, "busTermDefs"};
+  BitsTable instBits{*this, kInstBitsTable, "instBits", kVectorInstDefTable, kInstMemberTable};
+  MemberTable instMembers{*this, kInstMemberTable, "instMembers", kInstTable};
+  BitsDefTable vectorInstDefs{*this, kVectorInstDefTable, "vectorInstDefs"};
+  MemberTable instTermMembers{*this, kInstTermMemberTable, "instTermMembers", kInstTermTable};
 
   // Look-ups, each built by the room that uses it.
   NameIndex netsByName, termsByName, instsByName;
   ConnectivityState connectivity;
+  BitsIndexes netBitsIndexes, termBitsIndexes, instBitsIndexes;
+  OwnerIndex equivalentNets;      // net named in NetTable::equivalents -> nets of the set
+  OwnerIndex instTermsOfInstTerm; // implicit connection -> connections of several bits that it is a bit of
   OwnerIndex termsOfNet, pinsOfTerm, instsOfHeader, instTermsOfInst, instTermsOfNet;
   // These are read and written through figureindexes.h only: rows that were destroyed or have left their owner stay in
   // them and are skipped.

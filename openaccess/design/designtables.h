@@ -10,8 +10,7 @@
 namespace OpenAccess_4 {
 namespace kit {
 
-// Part of the file format: never changed, never used again. Ids from 50 on are for buses, bundles, vector instances,
-// vias and parametric cells.
+// Part of the file format: never changed, never used again. Ids from 50 on are for vias and parametric cells.
 enum DesignTableId : std::uint16_t {
   kDesignAttributesTable = 15,
   kBlockTable = 16,
@@ -34,6 +33,16 @@ enum DesignTableId : std::uint16_t {
   kInstTable = 34,
   kArrayTable = 35,
   kInstTermTable = 36,
+  kNetBitsTable = 37,
+  kNetMemberTable = 38,
+  kBusNetDefTable = 39,
+  kTermBitsTable = 40,
+  kTermMemberTable = 41,
+  kBusTermDefTable = 42,
+  kInstBitsTable = 43,
+  kInstMemberTable = 44,
+  kVectorInstDefTable = 45,
+  kInstTermMemberTable = 46,
   kViaHeaderTable = 50,
   kViaTable = 51,
   kViaParamTable = 52,

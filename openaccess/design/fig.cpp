@@ -2,6 +2,7 @@
 
 #include "connectivity.h"
 #include "figureindexes.h"
+#include "multibit.h"
 #include "oa/oaBlock.h"
 #include "oa/oaDesignDB.h"
 #include "references.h"
@@ -151,7 +152,7 @@ void oaConnFig::addToNet(oaNet *net) {
                 design.label() + ": the figure is in a pin; take it out before it can be on a net");
   }
   if ((design.nets.flags[to] & kNetImplicit) != 0) {
-    raiseDesign(oacCannotAddFigToImplicitNet, design.label() + ": net " + design.strings().text(design.nets.name[to]) +
+    raiseDesign(oacCannotAddFigToImplicitNet, design.label() + ": " + netNames(design).describe(to) +
                                                   " is implicit and takes no figures; create it first");
   }
   if (table.id() != kShapeTable) {

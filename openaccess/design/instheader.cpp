@@ -1,6 +1,6 @@
 #include "oa/oaInstHeader.h"
 
-#include "connectivityaccess.h"
+#include "instaccess.h"
 
 #include <iterator>
 #include <unordered_set>
@@ -164,6 +164,16 @@ namespace {
 
 const StringTable &stringsOf(const DesignRow &at) { return at.design.strings(); }
 
+class InstsOfHeader : public MembersKind {
+public:
+  InstsOfHeader() : MembersKind(instsOfHeader, kInstTable) {}
+
+protected:
+  bool accepts(const CollectionQuestion &question, Row row) const override {
+    return passesInstFilter(designOf(*question.table), row, question.flags);
+  }
+};
+
 } // namespace
 
 oaDesign *oaRefHeader::getMaster() const {
@@ -241,10 +251,10 @@ void oaInstHeader::setMasterBBox(const oaBox &bBox) {
   instsChanged(at.design);
 }
 
-oaCollection<oaInst, oaInstHeader> oaInstHeader::getInsts(oaUInt4) const {
-  static const MembersKind kind(instsOfHeader, kInstTable);
+oaCollection<oaInst, oaInstHeader> oaInstHeader::getInsts(oaUInt4 filterFlags) const {
+  static const InstsOfHeader kind;
   const DesignRow at = instHeaderRow(this);
-  return CollectionAccess::make<oaCollection<oaInst, oaInstHeader>>(kind, &at.design.instHeaders, at.row);
+  return CollectionAccess::make<oaCollection<oaInst, oaInstHeader>>(kind, &at.design.instHeaders, at.row, filterFlags);
 }
 
 oaCollection<oaInstHeader, oaInstHeader> oaInstHeader::getSubHeaders() const {

@@ -1,36 +1,38 @@
 #include "oa/oaInstTerm.h"
 
-#include "connectivityaccess.h"
+#include "connections.h"
+#include "instaccess.h"
 
 namespace OpenAccess_4 {
 
 using namespace kit;
 
+namespace kit {
+
+void instIsGoing(DesignDatabase &design, Row inst) {
+  // A copy: destroying takes each row out of the index.
+  const std::vector<Row> instTerms = instTermsOfInst(design).rows(inst);
+  for (const Row instTerm : instTerms) {
+    if (design.instTerms.isAlive(instTerm)) {
+      Connections(design).destroyWithOwners(instTerm);
+    }
+  }
+  instNames(design).leave(inst);
+  leaveInstHeader(design, inst);
+}
+
+void instTermIsGoing(DesignDatabase &design, Row instTerm) { Connections(design).leave(instTerm); }
+
+void instTermLosesNet(DesignDatabase &design, Row instTerm) { Connections(design).loseNet(instTerm); }
+
+} // namespace kit
+
 namespace {
 
-bool isByPosition(const DesignRow &at) { return at.design.instTerms.termPosition[at.row] != oacNullIndex; }
+bool isByPosition(const DesignRow &at) { return Connections(at.design).isByPosition(at.row); }
 
-std::string describeInst(const DesignRow &inst) {
-  return "instance " + inst.design.strings().text(inst.design.insts.name[inst.row]);
-}
-
-// The instance's connection of that terminal, or kNoRow.
-Row findByName(const DesignRow &inst, const std::string &termName) {
-  for (const Row instTerm : instTermsOfInst(inst.design).rows(inst.row)) {
-    if (inst.design.strings().view(inst.design.instTerms.termName[instTerm]) == termName) {
-      return instTerm;
-    }
-  }
-  return kNoRow;
-}
-
-Row findByPosition(const DesignRow &inst, oaUInt4 position) {
-  for (const Row instTerm : instTermsOfInst(inst.design).rows(inst.row)) {
-    if (inst.design.instTerms.termPosition[instTerm] == position) {
-      return instTerm;
-    }
-  }
-  return kNoRow;
+Row checkedInst(const DesignRow &at) {
+  return at.design.insts.checkRow(at.design.instTerms.inst[at.row], "an instance terminal");
 }
 
 // The row of `net`, which may be NULL.
@@ -39,84 +41,148 @@ Row checkedNet(const DesignRow &inst, oaNet *net) {
     return kNoRow;
   }
   const DesignRow at = netRow(net);
+  const auto what = [&] { return instNames(inst.design).describe(inst.row); };
   if (&at.design != &inst.design) {
-    refuse(inst.design, oacNetAndInstNotInSameDesign, describeInst(inst) + " and the net are in different designs");
+    refuse(inst.design, oacNetAndInstNotInSameDesign, what() + " and the net are in different designs");
   }
   if ((at.design.nets.flags[at.row] & kNetImplicit) != 0) {
-    refuse(inst.design, oacInstTermNetImplicit, describeInst(inst) + " cannot be connected to an implicit net");
+    refuse(inst.design, oacInstTermNetImplicit,
+           what() + " cannot be connected to " + netNames(at.design).describe(at.row) + ", which is implicit");
   }
   return at.row;
 }
 
 // Both ways of connecting must not be mixed on one instance.
 void checkUniform(const DesignRow &inst, bool byPosition, oaUInt4 mustBeByPositionId, oaUInt4 mustBeByNameId) {
-  const std::vector<Row> &instTerms = instTermsOfInst(inst.design).rows(inst.row);
-  if (instTerms.empty()) {
+  if (instTermsOfInst(inst.design).rows(inst.row).empty()) {
     return;
   }
-  const bool usesPositions = isByPosition({inst.design, instTerms.front()});
+  const bool usesPositions = Connections(inst.design).usesPositions(inst.row);
   if (usesPositions != byPosition) {
     refuse(inst.design, usesPositions ? mustBeByPositionId : mustBeByNameId,
-           describeInst(inst) + " is connected by " + (usesPositions ? "positions" : "names"));
+           instNames(inst.design).describe(inst.row) + " is connected by " + (usesPositions ? "positions" : "names"));
   }
 }
 
-oaInstTerm *addInstTerm(const DesignRow &inst, Row net, const std::string &termName, oaUInt4 position) {
-  DesignDatabase &design = inst.design;
-  const Row row = design.instTerms.addRow();
-  design.instTerms.kind.set(row, oacInstTermType);
-  design.instTerms.inst.set(row, inst.row);
-  design.instTerms.net.set(row, net);
-  design.instTerms.termName.set(row, design.strings().intern(termName));
-  design.instTerms.termPosition.set(row, position);
-  if (design.instTermsOfInst.isBuilt()) {
-    design.instTermsOfInst.add(inst.row, row);
+// What both ways of creating check before they look at the terminal; gives the net's row.
+Row checkNew(const DesignRow &inst, oaNet *net, bool byPosition) {
+  if (isImplicitInst(inst.design, inst.row)) {
+    refuse(inst.design, oacInstTermInstImplicit,
+           instNames(inst.design).describe(inst.row) + " is implicit: connect its vector instance");
   }
-  if (design.instTermsOfNet.isBuilt() && net != kNoRow) {
-    design.instTermsOfNet.add(net, row);
+  const Row netAt = checkedNet(inst, net);
+  checkUniform(inst, byPosition, oacInstTermMustBeByPosition, oacInstTermMustBeByName);
+  return netAt;
+}
+
+bool isCompleteName(const oaName &name) {
+  const oaBundleName *bundle = name.getBundle();
+  for (oaUInt4 i = 0; bundle != nullptr && i < bundle->getNumMembers(); ++i) {
+    if ((*bundle)[i].getNumBits() == 0) {
+      return false;
+    }
   }
-  design.touch();
-  return objectAt<oaInstTerm>(design.instTerms, row);
+  return name.getNumBits() != 0;
 }
 
 oaInstTerm *connectByName(const DesignRow &inst, oaNet *net, const oaName &termName) {
-  const std::string text = nativeText(termName);
-  if (text.empty()) {
-    refuse(inst.design, oacInvalidTermName, describeInst(inst) + ": a connection needs the name of a terminal");
+  if (!isCompleteName(termName)) {
+    refuse(inst.design, oacInvalidTermName,
+           instNames(inst.design).describe(inst.row) + ": a connection needs the name of a terminal");
   }
-  const Row netAt = checkedNet(inst, net);
-  checkUniform(inst, false, oacInstTermMustBeByPosition, oacInstTermMustBeByName);
-  if (termName.getNumBits() != 1) {
-    refuse(inst.design, oacNetInstTermWidthMismatchForInstTerm,
-           describeInst(inst) + ": terminal " + text + " has " + std::to_string(termName.getNumBits()) +
-               " bits, the net has 1");
+  const Row netAt = checkNew(inst, net, false);
+  Connections connections(inst.design);
+  const Row known = connections.find(inst.row, keyOfTerm(termName));
+  if (known != kNoRow && !connections.isImplicit(known)) {
+    refuse(inst.design, oacInstTermAlreadyExists,
+           instNames(inst.design).describe(inst.row) + ": terminal " + nativeText(termName) + " is connected already");
   }
-  if (findByName(inst, text) != kNoRow) {
-    refuse(inst.design, oacInstTermAlreadyExists, describeInst(inst) + ": terminal " + text + " is connected already");
-  }
-  return addInstTerm(inst, netAt, text, oacNullIndex);
+  return objectAt<oaInstTerm>(inst.design.instTerms, connections.make(inst.row, netAt, termName));
 }
 
-class InstTermsOfBlock : public WholeTableKind {}; // all are explicit so far
+// Bits of the terminal at a position of an instance, 0 unless the master is open and has it.
+oaUInt4 knownTermBits(const oaInst *inst, oaUInt4 position) {
+  const oaDesign *master = inst->isBound() ? inst->getMaster() : nullptr;
+  const oaBlock *block = master == nullptr ? nullptr : master->getTopBlock();
+  const oaTerm *term = block == nullptr ? nullptr : oaTerm::find(block, position);
+  return term == nullptr ? 0 : term->getNumBits();
+}
+
+void requireName(const DesignRow &at) {
+  if (isByPosition(at)) {
+    refuse(at.design, oacInstTermConnectsByPosition,
+           "an instance terminal that is connected by position has no terminal name");
+  }
+}
+
+void moveToNet(const oaInstTerm *instTerm, oaNet *net) {
+  const DesignRow at = instTermRow(instTerm);
+  Connections connections(at.design);
+  if (connections.isImplicit(at.row)) {
+    refuse(at.design, oacCannotModifyImplicitInstTerm,
+           "an implicit instance terminal is on the net of the one that it is a bit of");
+  }
+  const Row to = checkedNet({at.design, checkedInst(at)}, net);
+  oaUInt4 bits = 0;
+  if (connections.isByPosition(at.row)) {
+    bits = knownTermBits(instTerm->getInst(), at.design.instTerms.termPosition[at.row]);
+  } else {
+    oaName name;
+    connections.getName(at.row, name);
+    bits = name.getNumBits();
+  }
+  connections.moveToNet(at.row, to, bits);
+}
+
+bool passesFilter(const CollectionQuestion &question, Row row) {
+  const Connections connections(designOf(*question.table));
+  return ((question.flags & oacInstTermIterNotImplicit) == 0 || !connections.isImplicit(row)) &&
+         ((question.flags & oacInstTermIterSingleBit) == 0 || connections.hasOneBit(row));
+}
+
+class InstTermsOfInst : public MembersKind {
+public:
+  InstTermsOfInst() : MembersKind(instTermsOfInst, kInstTermTable) {}
+
+protected:
+  bool accepts(const CollectionQuestion &question, Row row) const override { return passesFilter(question, row); }
+};
+
+class InstTermsOfBlock : public WholeTableKind {
+protected:
+  bool isFiltered(const CollectionQuestion &question) const override {
+    // Without wide connections none is implicit.
+    return designOf(*question.table).instTermMembers.rowCount() != 0 ||
+           (question.flags & oacInstTermIterSingleBit) != 0;
+  }
+  bool accepts(const CollectionQuestion &question, Row row) const override { return passesFilter(question, row); }
+};
 
 } // namespace
 
 void oaInstTerm::destroy() {
   const DesignRow at = instTermRow(this);
-  at.design.destroyRow(at.design.instTerms, at.row);
+  Connections connections(at.design);
+  if (connections.isImplicit(at.row)) {
+    refuse(at.design, oacCannotDestroyImplicitInstTerm,
+           "an implicit instance terminal goes with the one that it is a bit of");
+  }
+  connections.drop(at.row);
 }
 
-oaNet *oaInstTerm::getNet(oaBoolean) const {
+oaNet *oaInstTerm::getNet(oaBoolean preferred) const {
   const DesignRow at = instTermRow(this);
-  const Row net = at.design.instTerms.net[at.row];
-  return net == kNoRow ? nullptr
-                       : objectAt<oaNet>(at.design.nets, at.design.nets.checkRow(net, "an instance terminal"));
+  const Row row = at.design.instTerms.net[at.row];
+  if (row == kNoRow) {
+    return nullptr;
+  }
+  oaNet *net = objectAt<oaNet>(at.design.nets, at.design.nets.checkRow(row, "an instance terminal"));
+  return preferred && net->isBitNet() ? static_cast<oaBitNet *>(net)->getPreferredEquivalent() : net;
 }
 
 oaInst *oaInstTerm::getInst() const {
   const DesignRow at = instTermRow(this);
-  return objectAt<oaInst>(at.design.insts,
-                          at.design.insts.checkRow(at.design.instTerms.inst[at.row], "an instance terminal"));
+  return objectAt<oaInst>(at.design.insts, checkedInst(at));
 }
 
 oaTerm *oaInstTerm::getTerm() const {
@@ -136,22 +202,20 @@ oaTerm *oaInstTerm::getTerm() const {
 
 void oaInstTerm::getTermName(oaName &name) const {
   const DesignRow at = instTermRow(this);
-  if (isByPosition(at)) {
-    refuse(at.design, oacInstTermConnectsByPosition,
-           "an instance terminal that is connected by position has no terminal name");
-  }
-  oaScalarName scalar;
-  getStoredName(at.design.strings(), at.design.instTerms.termName[at.row], scalar);
-  name = scalar;
+  requireName(at);
+  Connections(at.design).getName(at.row, name);
 }
 
 void oaInstTerm::getTermName(const oaNameSpace &ns, oaString &name) const {
   const DesignRow at = instTermRow(this);
-  if (isByPosition(at)) {
-    refuse(at.design, oacInstTermConnectsByPosition,
-           "an instance terminal that is connected by position has no terminal name");
+  requireName(at);
+  if (at.design.instTerms.termNameKind[at.row] == oacScalarNameType) {
+    getStoredName(at.design.strings(), at.design.instTerms.termName[at.row], ns, name);
+    return;
   }
-  getStoredName(at.design.strings(), at.design.instTerms.termName[at.row], ns, name);
+  oaName structured;
+  getTermName(structured);
+  structured.get(ns, name);
 }
 
 oaUInt4 oaInstTerm::getTermPosition() const {
@@ -164,51 +228,50 @@ oaUInt4 oaInstTerm::getTermPosition() const {
 
 oaUInt4 oaInstTerm::getNumBits() const {
   const DesignRow at = instTermRow(this);
-  const bool isUnknown = at.design.instTerms.net[at.row] == kNoRow && isByPosition(at) && getTerm() == nullptr;
-  return isUnknown ? 0 : 1;
+  if (!isByPosition(at)) {
+    const oaUInt4 members = Connections(at.design).memberCount(at.row);
+    return members == 0 ? 1 : members;
+  }
+  if (const oaNet *net = getNet()) {
+    return net->getNumBits();
+  }
+  const oaTerm *term = getTerm();
+  return term == nullptr ? 0 : term->getNumBits() * getInst()->getNumBits();
 }
 
 oaInstTerm *oaInstTerm::getBit(oaUInt4 bitIndex) const {
   const DesignRow at = instTermRow(this);
-  if (bitIndex != 0) {
+  const Connections connections(at.design);
+  const oaUInt4 members = connections.memberCount(at.row);
+  const oaUInt4 bits = members != 0 ? members : connections.hasOneBit(at.row) ? 1 : 0;
+  if (bitIndex >= bits) {
     refuse(at.design, oacInvalidBusNetBitIndex,
-           "an instance terminal has 1 bit, bit " + std::to_string(bitIndex) + " was asked for");
+           "the instance terminal has " + std::to_string(bits) + " bits, bit " + std::to_string(bitIndex) +
+               " was asked for");
   }
-  return objectAt<oaInstTerm>(at.design.instTerms, at.row);
+  return objectAt<oaInstTerm>(at.design.instTerms, members == 0 ? at.row : connections.member(at.row, bitIndex));
 }
 
 oaBoolean oaInstTerm::isBound() const { return getInst()->isBound() && getTerm() != nullptr; }
 
 oaBoolean oaInstTerm::isImplicit() const {
-  (void)instTermRow(this);
-  return false;
+  const DesignRow at = instTermRow(this);
+  return Connections(at.design).isImplicit(at.row);
 }
 
 oaBoolean oaInstTerm::usesTermPosition() const { return isByPosition(instTermRow(this)); }
 
-void oaInstTerm::addToNet(oaNet *net) {
-  const DesignRow at = instTermRow(this);
-  const Row to = checkedNet({at.design, at.design.instTerms.inst[at.row]}, net);
-  OwnerIndex &index = instTermsOfNet(at.design);
-  const Row from = at.design.instTerms.net[at.row];
-  if (from != kNoRow) {
-    index.remove(from, at.row);
-  }
-  at.design.instTerms.net.set(at.row, to);
-  if (to != kNoRow) {
-    index.add(to, at.row);
-  }
-  at.design.touch();
-}
+void oaInstTerm::addToNet(oaNet *net) { moveToNet(this, net); }
 
-void oaInstTerm::removeFromNet() { addToNet(nullptr); }
+void oaInstTerm::removeFromNet() { moveToNet(this, nullptr); }
 
 oaInstTerm *oaInstTerm::create(oaNet *net, oaInst *inst, oaTerm *term, oaBlockDomainVisibility) {
   const DesignRow at = instRow(inst);
   const DesignRow termAt = termRow(term);
-  if (inst->getMaster() == nullptr || &designOf(inst->getMaster()) != &termAt.design) {
+  const oaDesign *master = inst->getMaster();
+  if (master == nullptr || &designOf(master) != &termAt.design) {
     refuse(at.design, oacTermNotInInstMasterForInstTerm,
-           describeInst(at) + ": the terminal is not in the instance's master");
+           instNames(at.design).describe(at.row) + ": the terminal is not in the instance's master");
   }
   oaName name;
   term->getName(name);
@@ -221,13 +284,19 @@ oaInstTerm *oaInstTerm::create(oaNet *net, oaInst *inst, const oaName &termName,
 
 oaInstTerm *oaInstTerm::create(oaNet *net, oaInst *inst, oaUInt4 termPosition, oaBlockDomainVisibility) {
   const DesignRow at = instRow(inst);
-  const Row netAt = checkedNet(at, net);
-  checkUniform(at, true, oacInstTermMustBeByPosition, oacInstTermMustBeByName);
-  if (findByPosition(at, termPosition) != kNoRow) {
-    refuse(at.design, oacInstTermAlreadyExists,
-           describeInst(at) + ": the terminal at position " + std::to_string(termPosition) + " is connected already");
+  if (termPosition == oacNullIndex) {
+    refuse(at.design, oacInvalidTermName,
+           instNames(at.design).describe(at.row) + ": a connection needs the position of a terminal");
   }
-  return addInstTerm(at, netAt, std::string(), termPosition);
+  const Row netAt = checkNew(at, net, true);
+  Connections connections(at.design);
+  if (connections.find(at.row, keyOfTerm(termPosition)) != kNoRow) {
+    refuse(at.design, oacInstTermAlreadyExists,
+           instNames(at.design).describe(at.row) + ": the terminal at position " + std::to_string(termPosition) +
+               " is connected already");
+  }
+  return objectAt<oaInstTerm>(at.design.instTerms,
+                              connections.make(at.row, netAt, termPosition, knownTermBits(inst, termPosition)));
 }
 
 oaInstTerm *oaInstTerm::find(const oaInst *inst, const oaTerm *term) {
@@ -239,18 +308,25 @@ oaInstTerm *oaInstTerm::find(const oaInst *inst, const oaTerm *term) {
 oaInstTerm *oaInstTerm::find(const oaInst *inst, const oaName &termName) {
   const DesignRow at = instRow(inst);
   checkUniform(at, false, oacInstTermInstUsesTermPosition, oacInstTermInstUsesTermName);
-  return objectAt<oaInstTerm>(at.design.instTerms, findByName(at, nativeText(termName)));
+  return objectAt<oaInstTerm>(at.design.instTerms, Connections(at.design).find(at.row, keyOfTerm(termName)));
 }
 
 oaInstTerm *oaInstTerm::find(const oaInst *inst, oaUInt4 termPosition) {
   const DesignRow at = instRow(inst);
   checkUniform(at, true, oacInstTermInstUsesTermPosition, oacInstTermInstUsesTermName);
-  return objectAt<oaInstTerm>(at.design.instTerms, findByPosition(at, termPosition));
+  return objectAt<oaInstTerm>(at.design.instTerms, Connections(at.design).find(at.row, keyOfTerm(termPosition)));
 }
 
-oaCollection<oaInstTerm, oaBlock> oaBlock::getInstTerms(oaUInt4) const {
+oaCollection<oaInstTerm, oaInst> oaInst::getInstTerms(oaUInt4 filterFlags) const {
+  static const InstTermsOfInst kind;
+  const DesignRow at = instRow(this);
+  return CollectionAccess::make<oaCollection<oaInstTerm, oaInst>>(kind, &at.design.insts, at.row, filterFlags);
+}
+
+oaCollection<oaInstTerm, oaBlock> oaBlock::getInstTerms(oaUInt4 filterFlags) const {
   static const InstTermsOfBlock kind;
-  return CollectionAccess::make<oaCollection<oaInstTerm, oaBlock>>(kind, &designOfBlock(this).instTerms, 0);
+  return CollectionAccess::make<oaCollection<oaInstTerm, oaBlock>>(kind, &designOfBlock(this).instTerms, 0,
+                                                                   filterFlags);
 }
 
 } // namespace OpenAccess_4

@@ -2,6 +2,9 @@
 
 #include "connectivityaccess.h"
 #include "figureindexes.h"
+#include "multibit.h"
+
+#include <algorithm>
 
 namespace OpenAccess_4 {
 
@@ -12,10 +15,7 @@ using namespace kit;
 
 namespace {
 
-bool hasFlag(const oaNet *net, NetFlag flag) {
-  const DesignRow at = netRow(net);
-  return (at.design.nets.flags[at.row] & flag) != 0;
-}
+bool isImplicitRow(const DesignRow &at) { return (at.design.nets.flags[at.row] & kNetImplicit) != 0; }
 
 void setFlag(const DesignRow &at, NetFlag flag, bool value) {
   const std::uint8_t flags = at.design.nets.flags[at.row];
@@ -23,19 +23,94 @@ void setFlag(const DesignRow &at, NetFlag flag, bool value) {
   at.design.touch();
 }
 
-std::string describe(const DesignRow &at) { return "net " + at.design.strings().text(at.design.nets.name[at.row]); }
+std::string describe(const DesignRow &at) { return netNames(at.design).describe(at.row); }
+
+bool isGlobalRow(DesignDatabase &design, Row net) {
+  const std::uint8_t flags = design.nets.flags[net];
+  if ((flags & kNetImplicit) == 0) {
+    return (flags & kNetGlobal) != 0;
+  }
+  const std::vector<Row> &owners = netNames(design).owners(net);
+  return std::any_of(owners.begin(), owners.end(), [&](Row owner) { return isGlobalRow(design, owner); });
+}
 
 class NetsOfBlock : public WholeTableKind {
 protected:
-  bool isFiltered(const CollectionQuestion &question) const override {
-    return (question.flags & (oacNetIterBundle | oacNetIterGlobal | oacNetIterNotImplicit)) != 0;
-  }
+  bool isFiltered(const CollectionQuestion &) const override { return true; }
   bool accepts(const CollectionQuestion &question, Row row) const override {
-    const std::uint8_t flags = static_cast<NetTable *>(question.table)->flags[row];
-    // All nets are single-bit nets so far, and each is the preferred one of its equivalents.
-    return (question.flags & oacNetIterBundle) == 0 &&
-           ((question.flags & oacNetIterGlobal) == 0 || (flags & kNetGlobal) != 0) &&
-           ((question.flags & oacNetIterNotImplicit) == 0 || (flags & kNetImplicit) == 0);
+    DesignDatabase &design = static_cast<DesignDatabase &>(question.table->database());
+    const std::uint8_t kind = design.nets.kind[row];
+    const bool isBit = kind == oacScalarNetType || kind == oacBusNetBitType;
+    if (((question.flags & oacNetIterSingleBit) != 0 && !isBit) ||
+        ((question.flags & oacNetIterBundle) != 0 && kind != oacBundleNetType) ||
+        ((question.flags & oacNetIterNotImplicit) != 0 && (design.nets.flags[row] & kNetImplicit) != 0)) {
+      return false;
+    }
+    return ((question.flags & oacNetIterGlobal) == 0 || isGlobalRow(design, row)) &&
+           ((question.flags & oacNetIterPreferred) == 0 || equivalentsOf(design, row).empty() ||
+            (design.nets.flags[row] & kNetPreferred) != 0);
+  }
+};
+
+// What is connected to a net and, when asked for, to its equivalents: members of one net after those of the other.
+// `hint` is the place of the net being walked among its equivalents.
+class ConnectedKind : public CollectionKind {
+public:
+  using IndexOf = OwnerIndex &(*)(DesignDatabase &);
+  ConnectedKind(IndexOf indexOf, std::uint16_t memberTableId, oaUInt4 notImplicit, oaUInt4 withEquivalents)
+      : indexOf_(indexOf), memberTableId_(memberTableId), notImplicit_(notImplicit), withEquivalents_(withEquivalents) {
+  }
+
+  oaObject *next(const CollectionQuestion &question, Row &position, Row &hint) const override {
+    DesignDatabase &design = static_cast<DesignDatabase &>(question.table->database());
+    Table &table = *design.table(memberTableId_);
+    const std::vector<Row> nets = netsOf(design, question);
+    for (; hint < nets.size(); ++hint, position = kNoRow) {
+      const std::vector<Row> &members = indexOf_(design).rows(nets[hint]);
+      auto member = position == kNoRow ? members.begin() : std::upper_bound(members.begin(), members.end(), position);
+      while (member != members.end() && (question.flags & notImplicit_) != 0 && isImplicitMember(design, *member)) {
+        ++member;
+      }
+      if (member != members.end()) {
+        position = *member;
+        return table.handle(position);
+      }
+    }
+    return nullptr;
+  }
+
+private:
+  std::vector<Row> netsOf(DesignDatabase &design, const CollectionQuestion &question) const {
+    const std::vector<Row> &set = equivalentsOf(design, question.owner);
+    return (question.flags & withEquivalents_) == 0 || set.empty() ? std::vector<Row>{question.owner} : set;
+  }
+  bool isImplicitMember(const DesignDatabase &design, Row row) const {
+    return memberTableId_ == kTermTable ? (design.terms.flags[row] & kTermImplicit) != 0
+                                        : (design.instTerms.flags[row] & kInstTermImplicit) != 0;
+  }
+
+  IndexOf indexOf_;
+  std::uint16_t memberTableId_;
+  oaUInt4 notImplicit_, withEquivalents_;
+};
+
+// The different bits of a net, where they occur first. `hint` is the place after the bit returned last.
+class BitsOfNet : public CollectionKind {
+public:
+  oaObject *next(const CollectionQuestion &question, Row &, Row &hint) const override {
+    DesignDatabase &design = static_cast<DesignDatabase &>(question.table->database());
+    const MultiBit nets = netNames(design);
+    for (;;) {
+      const Row place = hint;
+      const Row bit = nets.bit(question.owner, place);
+      if (bit == kNoRow) {
+        return nullptr;
+      }
+      ++hint;
+      if (nets.placeOf(question.owner, bit) == place) {
+        return design.nets.handle(bit);
+      }
+    }
   }
 };
 
@@ -77,10 +152,10 @@ protected:
 
 void oaNet::destroy() {
   const DesignRow at = netRow(this);
-  if (isImplicit()) {
+  if (isImplicitRow(at)) {
     refuse(at.design, oacCannotDestroyImplicitNet, describe(at) + " is implicit and cannot be destroyed");
   }
-  at.design.destroyRow(at.design.nets, at.row);
+  dropNet(at.design, at.row);
 }
 
 oaBoolean oaNet::isEmpty() const {
@@ -88,33 +163,38 @@ oaBoolean oaNet::isEmpty() const {
   return getTerms().isEmpty() && getInstTerms().isEmpty() && isNetWithoutFigures(at.design, at.row);
 }
 
-oaBoolean oaNet::isImplicit() const { return hasFlag(this, kNetImplicit); }
-oaBoolean oaNet::isGlobal() const { return hasFlag(this, kNetGlobal); }
+oaBoolean oaNet::isImplicit() const { return isImplicitRow(netRow(this)); }
+
+oaBoolean oaNet::isGlobal() const {
+  const DesignRow at = netRow(this);
+  return isGlobalRow(at.design, at.row);
+}
 
 oaUInt4 oaNet::getNumBits() const {
-  (void)netRow(this);
-  return 1;
+  const DesignRow at = netRow(this);
+  // What a reader asks of every wire.
+  return at.design.nets.bits[at.row] == kNoRow ? 1 : netNames(at.design).numBits(at.row);
 }
 
 oaBitNet *oaNet::getBit(oaUInt4 bitIndex) const {
   const DesignRow at = netRow(this);
-  if (bitIndex != 0) {
+  const Row bit = netNames(at.design).bit(at.row, bitIndex);
+  if (bit == kNoRow) {
     refuse(at.design, oacInvalidBusNetBitIndex,
-           describe(at) + " has 1 bit, bit " + std::to_string(bitIndex) + " was asked for");
+           describe(at) + " has " + std::to_string(getNumBits()) + " bits, bit " + std::to_string(bitIndex) +
+               " was asked for");
   }
-  return objectAt<oaBitNet>(at.design.nets, at.row);
+  return objectAt<oaBitNet>(at.design.nets, bit);
 }
 
 void oaNet::getName(oaName &name) const {
   const DesignRow at = netRow(this);
-  oaScalarName scalar;
-  getStoredName(at.design.strings(), at.design.nets.name[at.row], scalar);
-  name = scalar;
+  netNames(at.design).getName(at.row, name);
 }
 
 void oaNet::getName(const oaNameSpace &ns, oaString &name) const {
   const DesignRow at = netRow(this);
-  getStoredName(at.design.strings(), at.design.nets.name[at.row], ns, name);
+  netNames(at.design).getName(at.row, ns, name);
 }
 
 oaSigType oaNet::getSigType() const {
@@ -127,10 +207,19 @@ oaInt4 oaNet::getPriority() const {
   return at.design.nets.priority[at.row];
 }
 
-void oaNet::setGlobal(oaBoolean isGlobal) { setFlag(netRow(this), kNetGlobal, isGlobal); }
+void oaNet::setGlobal(oaBoolean isGlobal) {
+  const DesignRow at = netRow(this);
+  if (isImplicitRow(at)) {
+    refuse(at.design, kGlobalOfImplicitNet, describe(at) + " is implicit and cannot be made global");
+  }
+  setFlag(at, kNetGlobal, isGlobal);
+}
 
 void oaNet::setSigType(const oaSigType &sigType) {
   const DesignRow at = netRow(this);
+  if (isImplicitRow(at)) {
+    refuse(at.design, kSigTypeOfImplicitNet, describe(at) + " is implicit: its signal type cannot be set");
+  }
   at.design.nets.signalType.set(at.row, static_cast<std::uint8_t>(sigType));
   at.design.touch();
 }
@@ -150,11 +239,19 @@ void oaNet::merge(oaNet *fromNet) {
   if (to.row == from.row) {
     return;
   }
-  oaIter<oaTerm> terms(fromNet->getTerms(0));
+  for (const DesignRow &at : {to, from}) {
+    if (isImplicitRow(at)) {
+      refuse(at.design, oacCannotDestroyImplicitNet, describe(at) + " is implicit and cannot be merged");
+    }
+  }
+  if (getNumBits() != fromNet->getNumBits()) {
+    refuse(to.design, oacNetTermWidthMismatch, describe(to) + " and " + describe(from) + " have different widths");
+  }
+  oaIter<oaTerm> terms(fromNet->getTerms());
   while (oaTerm *term = terms.getNext()) {
     term->moveToNet(this);
   }
-  oaIter<oaInstTerm> instTerms(fromNet->getInstTerms(0));
+  oaIter<oaInstTerm> instTerms(fromNet->getInstTerms());
   while (oaInstTerm *instTerm = instTerms.getNext()) {
     instTerm->addToNet(this);
   }
@@ -162,16 +259,27 @@ void oaNet::merge(oaNet *fromNet) {
   fromNet->destroy();
 }
 
-oaCollection<oaTerm, oaNet> oaNet::getTerms(oaUInt4) const {
-  static const MembersKind kind(termsOfNet, kTermTable);
+oaCollection<oaTerm, oaNet> oaNet::getTerms(oaUInt4 filterFlags) const {
+  static const ConnectedKind kind(termsOfNet, kTermTable, oacTermIterNotImplicit, oacTermIterEquivNets);
   const DesignRow at = netRow(this);
-  return CollectionAccess::make<oaCollection<oaTerm, oaNet>>(kind, &at.design.nets, at.row);
+  return CollectionAccess::make<oaCollection<oaTerm, oaNet>>(kind, &at.design.nets, at.row, filterFlags);
 }
 
-oaCollection<oaInstTerm, oaNet> oaNet::getInstTerms(oaUInt4) const {
-  static const MembersKind kind(instTermsOfNet, kInstTermTable);
+oaCollection<oaInstTerm, oaNet> oaNet::getInstTerms(oaUInt4 filterFlags) const {
+  static const ConnectedKind kind(instTermsOfNet, kInstTermTable, oacInstTermIterNotImplicit, oacInstTermIterEquivNets);
   const DesignRow at = netRow(this);
-  return CollectionAccess::make<oaCollection<oaInstTerm, oaNet>>(kind, &at.design.nets, at.row);
+  if ((filterFlags & ~oaUInt4(oacInstTermIterNotImplicit | oacInstTermIterEquivNets)) != 0) {
+    refuse(at.design, kInvalidInstTermIterFlags,
+           describe(at) + ": instance terminals are asked for with filter flags " + std::to_string(filterFlags) +
+               ", which may hold not implicit and equivalent nets only");
+  }
+  return CollectionAccess::make<oaCollection<oaInstTerm, oaNet>>(kind, &at.design.nets, at.row, filterFlags);
+}
+
+oaCollection<oaBitNet, oaNet> oaNet::getSingleBitMembers() const {
+  static const BitsOfNet kind;
+  const DesignRow at = netRow(this);
+  return CollectionAccess::make<oaCollection<oaBitNet, oaNet>>(kind, &at.design.nets, at.row);
 }
 
 oaCollection<oaPin, oaNet> oaNet::getPins() const {
@@ -192,32 +300,29 @@ oaCollection<oaShape, oaNet> oaNet::getShapes(oaUInt4 filterFlags) const {
 oaNet *oaNet::create(oaBlock *block, const oaName &name, oaSigType sigType, oaBoolean isGlobal,
                      oaBlockDomainVisibility view) {
   DesignDatabase &design = designOfBlock(block);
-  const std::string text = checkScalarName(design, name, "net", oacInvalidNetName, oacHierPathDoesNotExist);
-  if (netsByName(design).find(text) != kNoRow) {
-    refuse(design, oacNetExists, "net " + text + " exists already");
+  MultiBit nets = netNames(design);
+  nets.check(name);
+  const Row known = nets.find(name);
+  if (known != kNoRow && !nets.isImplicit(known)) {
+    refuse(design, oacNetExists, nets.describe(known) + " exists already");
   }
-  const Row row = design.nets.addRow();
-  design.nets.kind.set(row, oacScalarNetType);
-  design.nets.name.set(row, design.strings().add(text));
+  std::vector<Row> made;
+  const Row row = nets.make(name, made);
   design.nets.signalType.set(row, static_cast<std::uint8_t>(sigType));
+  const std::uint8_t kept = design.nets.flags[row] & kNetPreferred;
   design.nets.flags.set(row,
-                        static_cast<std::uint8_t>((isGlobal ? kNetGlobal : 0) |
+                        static_cast<std::uint8_t>(kept | (isGlobal ? kNetGlobal : 0) |
                                                   (view == oacExcludeFromModuleDomain ? kNetExcludedFromModule : 0)));
-  design.netsByName.add(text, row);
-  design.touch();
   return objectAt<oaNet>(design.nets, row);
 }
 
 oaNet *oaNet::find(const oaBlock *block, const oaName &name) {
   DesignDatabase &design = designOfBlock(block);
-  if (name.getType() != oacScalarNameType) {
-    return nullptr;
-  }
-  return objectAt<oaNet>(design.nets, netsByName(design).find(nativeText(name)));
+  return objectAt<oaNet>(design.nets, netNames(design).find(name));
 }
 
 oaBoolean oaNet::isValidName(const oaBlock *block, const oaName &name) {
-  return isUsableScalarName(name) && netsByName(designOfBlock(block)).find(nativeText(name)) == kNoRow;
+  return netNames(designOfBlock(block)).isUsable(name);
 }
 
 void oaScalarNet::getName(oaScalarName &name) const {
@@ -227,17 +332,25 @@ void oaScalarNet::getName(oaScalarName &name) const {
 
 void oaScalarNet::setName(const oaScalarName &name) {
   const DesignRow at = netRow(this);
-  const std::string text = checkScalarName(at.design, name, "net", oacInvalidNetName, oacHierPathDoesNotExist);
-  const Row user = netsByName(at.design).find(text);
-  if (user == at.row) {
+  const MultiBit nets = netNames(at.design);
+  if (nets.find(oaName(name)) == at.row) {
     return;
   }
-  if (user != kNoRow) {
-    refuse(at.design, oacNetExists, "net " + text + " exists already");
+  if (nets.isImplicit(at.row)) {
+    refuse(at.design, oacCannotSetNameOfImplicitNet, describe(at) + " is implicit and cannot be renamed");
   }
-  at.design.netsByName.remove(at.design.strings().text(at.design.nets.name[at.row]), at.row);
-  at.design.netsByName.add(text, at.row);
-  at.design.nets.name.set(at.row, at.design.strings().add(text));
+  if (nets.isNeeded(at.row)) {
+    refuse(at.design, oacCannotSetNameOfNetInBundleNet,
+           describe(at) + " is a member of a bundle and cannot be renamed");
+  }
+  nets.check(oaName(name));
+  const Row user = nets.find(oaName(name));
+  if (user != kNoRow) {
+    refuse(at.design, oacNetExists, nets.describe(user) + " exists already");
+  }
+  nets.byName().remove(nets.keyOf(at.row), at.row);
+  at.design.nets.name.set(at.row, at.design.strings().add(nativeText(name)));
+  nets.byName().add(nets.keyOf(at.row), at.row);
   at.design.noteAbandonedRows();
   at.design.touch();
 }
@@ -272,5 +385,17 @@ oaCollection<oaNet, oaBlock> oaBlock::getNets(oaUInt4 filterFlags) const {
   }
   return CollectionAccess::make<oaCollection<oaNet, oaBlock>>(kind, &design.nets, 0, filterFlags);
 }
+
+oaBoolean oaBlock::hasMultiBitNet() const {
+  const NetTable &nets = designOfBlock(this).nets;
+  for (Row row = nets.nextAlive(kNoRow); row != kNoRow; row = nets.nextAlive(row)) {
+    if (nets.kind[row] == oacBusNetType || nets.kind[row] == oacBundleNetType) {
+      return true;
+    }
+  }
+  return false;
+}
+
+oaBoolean oaBlock::hasGlobalNet() const { return !getNets(oacNetIterAll | oacNetIterGlobal).isEmpty(); }
 
 } // namespace OpenAccess_4

@@ -2,6 +2,7 @@
 
 #include "connectivityaccess.h"
 #include "figureindexes.h"
+#include "multibit.h"
 
 namespace OpenAccess_4 {
 
@@ -46,9 +47,7 @@ oaPin *createPin(const DesignRow &term, const std::string &name, oaUInt4 accessD
 }
 
 [[noreturn]] void refuseUsedName(const DesignRow &term, const std::string &name) {
-  refuse(term.design, oacPinExists,
-         "terminal " + term.design.strings().text(term.design.terms.name[term.row]) + " has a pin \"" + name +
-             "\" already");
+  refuse(term.design, oacPinExists, termNames(term.design).describe(term.row) + " has a pin \"" + name + "\" already");
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "references.h"
 
-#include "connectivityaccess.h"
+#include "instaccess.h"
 
 #include <algorithm>
 #include <limits>
@@ -76,6 +76,7 @@ void moveRef(DesignDatabase &design, Table &table, Row row, const oaTransform &x
   if (table.id() != kInstTable) {
     return;
   }
+  requireExplicitInst(design, row, oacCannotMoveImplicitInst, "moved");
   const oaPoint origin = design.insts.origin[row];
   // The rotation alone cannot overflow a point that is not at the very end of the range; the sum can.
   const oaPoint turned(origin, oaTransform(0, 0, xform.orient()));
@@ -83,10 +84,13 @@ void moveRef(DesignDatabase &design, Table &table, Row row, const oaTransform &x
   const std::int64_t y = std::int64_t(turned.y()) + xform.yOffset();
   if (!fits(x) || !fits(y)) {
     refuse(design, oacInvalidBBoxAfterTransform,
-           "instance " + design.strings().text(design.insts.name[row]) + " would leave the range of coordinates");
+           instNames(design).describe(row) + " would leave the range of coordinates");
   }
-  design.insts.origin.set(row, oaPoint(static_cast<oaCoord>(x), static_cast<oaCoord>(y)));
-  design.insts.orient.set(row, static_cast<std::uint8_t>(transformOf(design, row).orient().concat(xform.orient())));
+  const oaOrient orient = transformOf(design, row).orient().concat(xform.orient());
+  visitWithBits(design, row, [&](Row moved) {
+    design.insts.origin.set(moved, oaPoint(static_cast<oaCoord>(x), static_cast<oaCoord>(y)));
+    design.insts.orient.set(moved, static_cast<std::uint8_t>(orient));
+  });
   if (design.insts.kind[row] == oacArrayInstType) {
     ArrayTable::Array array = arrayOf(design, row);
     const oaTransform turn(0, 0, xform.orient());
@@ -109,6 +113,15 @@ oaFig *copyRef(const DesignDatabase &design, const Table &table, Row row, const 
   if (table.id() != kInstTable) {
     raiseBase(oacNotYetSupported, design.label() + ": vias cannot be copied yet");
   }
+  if (isImplicitInst(design, row)) {
+    refuse(design, oacCannotCopyImplicitInst, "an implicit instance bit cannot be copied without its vector instance");
+  }
+  if (design.insts.bits[row] != kNoRow) {
+    const bool isBit = design.insts.kind[row] == oacVectorInstBitType;
+    refuse(design, isBit ? oacVectorInstBitNameMatchesAutoName : oacVectorInstNameMatchesAutoName,
+           "the copy of a vector instance or of an instance bit would get an automatic name, which has no bits; create "
+           "it under a base name of its own");
+  }
   const StringTable &strings = design.strings();
   const Row from = design.insts.header[row];
   const Row header =
@@ -129,7 +142,7 @@ oaFig *copyRef(const DesignDatabase &design, const Table &table, Row row, const 
     target.insts.array.set(copy, array);
   }
   target.instHeaders.insts.set(header, target.instHeaders.insts[header] + 1);
-  target.instsByName.add(name, copy);
+  target.instsByName.add(MultiBit::scalarKey(name), copy);
   if (target.instsOfHeader.isBuilt()) {
     target.instsOfHeader.add(header, copy);
   }
@@ -137,7 +150,12 @@ oaFig *copyRef(const DesignDatabase &design, const Table &table, Row row, const 
   return objectAt<oaFig>(target.insts, copy);
 }
 
-void destroyRef(DesignDatabase &design, Table &table, Row row) { design.destroyRow(table, row); }
+void destroyRef(DesignDatabase &design, Table &table, Row row) {
+  if (table.id() == kInstTable) {
+    requireExplicitInst(design, row, oacCannotDestroyImplicitInst, "destroyed");
+  }
+  design.destroyRow(table, row);
+}
 
 void mergeRefBoxes(DesignDatabase &design, oaBox &box) {
   ConnectivityState &state = design.connectivity;
@@ -207,13 +225,15 @@ oaBoolean oaRef::isBound() const { return getHeader()->isBound(); }
 
 void oaRef::setOrigin(const oaPoint &origin) {
   const DesignRow at = designRow(this, kInstTable);
-  at.design.insts.origin.set(at.row, origin);
+  requireExplicitInst(at.design, at.row, oacCannotMoveImplicitInst, "moved");
+  visitWithBits(at.design, at.row, [&](Row row) { at.design.insts.origin.set(row, origin); });
   instsChanged(at.design);
 }
 
 void oaRef::setOrient(oaOrient orient) {
   const DesignRow at = designRow(this, kInstTable);
-  at.design.insts.orient.set(at.row, static_cast<std::uint8_t>(orient));
+  requireExplicitInst(at.design, at.row, oacCannotMoveImplicitInst, "moved");
+  visitWithBits(at.design, at.row, [&](Row row) { at.design.insts.orient.set(row, static_cast<std::uint8_t>(orient)); });
   instsChanged(at.design);
 }
 

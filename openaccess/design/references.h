@@ -18,7 +18,8 @@ namespace kit {
 oaBox refBox(DesignDatabase &design, const Table &table, Row row);
 // Raises for implicit bits of vector instances.
 void moveRef(DesignDatabase &design, Table &table, Row row, const oaTransform &xform);
-// A copy in the design `target`, which has a block; instances get an automatic name.
+// A copy in the design `target`, which has a block; instances get an automatic name. Raises for implicit bits of vector
+// instances, and for vector instances and explicit bits, which cannot have such a name.
 oaFig *copyRef(const DesignDatabase &design, const Table &table, Row row, const oaTransform &xform,
                DesignDatabase &target);
 // With everything that depends on it. Raises for implicit bits of vector instances.

@@ -47,6 +47,9 @@ public:
   // oacInvalidBlockTermIterFlags.
 
   oaBoolean hasConnectivity() const;
+  oaBoolean hasMultiBitNet() const;
+  oaBoolean hasMultiBitTerm() const;
+  oaBoolean hasGlobalNet() const;
   oaCollection<oaNet, oaBlock> getNets(oaUInt4 filterFlags = oacNetIterAll | oacNetIterNotImplicit) const;
   oaCollection<oaTerm, oaBlock> getTerms(oaUInt4 filterFlags = oacTermIterAllNotHidden | oacTermIterNotImplicit) const;
   oaCollection<oaPin, oaBlock> getPins() const;

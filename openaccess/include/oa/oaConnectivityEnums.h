@@ -39,6 +39,10 @@ enum oaPlacementStatusEnum {
 };
 OA_ENUM_WRAPPER(oaPlacementStatus);
 
+// The order in which the bits of a bus are usually written.
+enum oaBitOrderEnum { oacNoneBitOrder = 0, oacAscendingBitOrder = 1, oacDescendingBitOrder = 2 };
+OA_ENUM_WRAPPER(oaBitOrder);
+
 enum oaPinTypeEnum { oacNonePinType = 0, oacCorePinType = 1, oacBumpPinType = 2 };
 OA_ENUM_WRAPPER(oaPinType);
 

@@ -8,8 +8,14 @@ namespace OpenAccess_4 {
 
 // The connection of one terminal of an instance to a net, which may be missing. An instance is connected all by names
 // or all by positions. By name or position the master need not be open, nor have such a terminal.
+//
+// The net has as many bits as the terminal (or its name) times the instance. A connection of several bits brings one
+// implicit connection for each bit into being, of the instance's bit where the instance is a vector; bits come in the
+// order of the instance's bits, for each in the order of the terminal's bits. Connections that share bits must have
+// those on the same nets.
 class oaInstTerm : public oaBlockObject {
 public:
+  // Raises oacCannotDestroyImplicitInstTerm.
   void destroy();
   oaNet *getNet(oaBoolean preferred = false) const;
   oaInst *getInst() const;
@@ -20,16 +26,19 @@ public:
   void getTermName(const oaNameSpace &ns, oaString &name) const;
   // Raises oacInstTermConnectsByName.
   oaUInt4 getTermPosition() const;
+  // Of the net; without a net, bits of the terminal times bits of the instance; 0 when that is unknown.
   oaUInt4 getNumBits() const;
+  // The implicit connection of that bit, or this one when it has one bit only. Raises oacInvalidBusNetBitIndex.
   oaInstTerm *getBit(oaUInt4 bitIndex) const;
   oaBoolean isBound() const;
   oaBoolean isImplicit() const;
   oaBoolean usesTermPosition() const;
-  // Raises oacNetInstTermWidthMismatchForInstTerm.
+  // Raises oacNetInstTermWidthMismatchForInstTerm, oacCannotModifyImplicitInstTerm.
   void addToNet(oaNet *net);
   void removeFromNet();
 
-  // All raise oacInstTermAlreadyExists, oacNetInstTermWidthMismatchForInstTerm, oacNetAndInstNotInSameDesign, and
+  // All raise oacInstTermAlreadyExists, oacInstTermBitAlreadyExists, oacInstTermInstImplicit, oacInstTermNetImplicit,
+  // oacNetInstTermWidthMismatchForInstTerm, oacNetAndInstNotInSameDesign, and
   // oacInstTermMustBeByPosition or oacInstTermMustBeByName when the instance is connected the other way.
   //
   // Raises oacTermNotInInstMasterForInstTerm in addition.
