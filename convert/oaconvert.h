@@ -60,6 +60,20 @@ public:
   // A scalar name, whatever the text looks like.
   static oa::oaName toOaName(const QString &text);
 
+  // Buses, bundles and device names.
+
+  // The bundle of a host's bus name: members between commas, each "base<start:stop>" or "base<start:stop:step>" (a
+  // vector), "base<index>" (a bit) or any other text (a scalar), and in front of it a repeat count and "*". A number
+  // that does not parse is 0; numbers pass unchecked, so a negative one is a huge index. Empty when the text has no
+  // member. Names go to OpenAccess as UTF-8; a kit may refuse some (oacInvalidNameLength, oacInvalidNameSyntax,
+  // oacInvalidNameChar).
+  static oa::oaBundleName toBundleName(const QString &text);
+  // The name under which the host knows a symbol: the cell for the view "symbol", otherwise "view@cell".
+  static QString toDeviceName(const QString &cell, const QString &view);
+  // The two parts of a device name, split at the first "@".
+  static QString toCellName(const QString &device);
+  static QString toViewName(const QString &device);
+
   // Orientation and text alignment. Reading and writing disagree on the sense of quarter turns on purpose:
   // toTrans(oacR90) is "R270", while toOaOrient("R90") is oacR90.
 
@@ -135,6 +149,14 @@ public:
   // Whether a design file (.../library/cell/view/name.oa) lies in a library that can be made known; fills in the
   // library's name and directory, where the pointers are not null. Never creates a library, never raises.
   static bool isOaLibrary(const QString &file, QString *lib, QString *path);
+
+  // Component library (schematic/).
+
+  // The cells of a library that have a view named "symbol", of whatever type, in the library's order. `path` may be
+  // empty for a library that is known. Prints what goes wrong and is empty then.
+  static QStringList getComponents(const QString &lib, const QString &path);
+  // Whether the view that a device name stands for exists. False for every failure.
+  static bool existComponent(const QString &lib, const QString &device);
 };
 
 #endif

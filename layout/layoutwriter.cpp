@@ -1,19 +1,16 @@
 // The operations that write a layout's shapes between saveLayout() and saveClose().
 
+#include "blockwriting.h"
 #include "currentlayout.h"
 #include "oapluginmain.h"
 #include "saveguard.h"
 
 using namespace oa;
+using blockwriting::createCompressed;
+using blockwriting::destroyAll;
+using blockwriting::destroyConnectivity;
 
 namespace {
-
-template <typename Object> void destroyAll(const oaBaseCollection &objects) {
-  oaIter<Object> iter(objects);
-  while (Object *object = iter.getNext()) {
-    object->destroy();
-  }
-}
 
 oaPathStyle pathStyleOf(int caps) {
   switch (caps) {
@@ -26,33 +23,11 @@ oaPathStyle pathStyleOf(int caps) {
   }
 }
 
-// The kit takes no repeated points and no three in a line, hosts send them: what is refused is compressed and tried
-// once more.
-template <typename Create> void createCompressed(oaPointArray points, bool isClosed, Create create) {
-  try {
-    create(points);
-    return;
-  } catch (const oaException &) {
-    if (!points.hasExtraPoints(isClosed)) {
-      throw;
-    }
-  }
-  points.compress(isClosed);
-  create(points);
-}
-
 QString layerText(int layer, int datatype) { return QString::fromLatin1("layer %1/%2").arg(layer).arg(datatype); }
 
 QString pointsText(const QPolygon &points) {
   QString text = QString::fromLatin1(", %1 points").arg(points.size());
   return points.isEmpty() ? text : text + QLatin1String(" from ") + oaConvert::toPointString(points.first());
-}
-
-// Terminals take their pins with them; the pins are named for kits that keep them.
-void destroyConnectivity(oaBlock *block) {
-  destroyAll<oaTerm>(block->getTerms());
-  destroyAll<oaPin>(block->getPins());
-  destroyAll<oaNet>(block->getNets());
 }
 
 void createNet(oaPlugInMain &host, const QString &name, bool hasTerm) {

@@ -19,6 +19,18 @@
 
 struct Tcl_Interp;
 
+// What the signal compData() carries. A property is its name, a line feed, and its value as text.
+enum ComponentDataType {
+  // Parameter text of a parametric symbol, one parameter a line.
+  ComponentParameterText = 0,
+  // The component description that writeCdfData() keeps with the cell.
+  ComponentCdfData = 1,
+  ComponentLibraryProperty = 2,
+  ComponentCellProperty = 3,
+  // A property of the symbol's design.
+  ComponentDesignProperty = 4
+};
+
 class oaPlugInCore {
 public:
   virtual ~oaPlugInCore() {}

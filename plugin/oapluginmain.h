@@ -14,13 +14,6 @@
 #include "oaplugincore.h"
 #include "qttoolkit.h"
 
-#if !defined(Q_MOC_RUN) && !defined(OAPLUGIN_LICENSED_KIT)
-// The embedded kit does not have vector instances yet; a pointer needs no more than the name.
-namespace OpenAccess_4 {
-class oaVectorInst;
-}
-#endif
-
 // The one object that the plug-in gives to the host: the operations that the host calls and the signals that answer.
 // The host connects directly, so that a signal has been handled when its emission returns; it may call setBool() during
 // existCell().
@@ -230,6 +223,7 @@ Q_SIGNALS:
   void netlistAddDevice(QString devicename, QString cellname, QStringList connections, QList<int> toNode,
                         QStringList parameter, QStringList parameterValue);
 
+  // Data of the component being loaded; `type` is a ComponentDataType (oaplugincore.h).
   void compData(QString data, int type);
 
 public:

@@ -1,0 +1,172 @@
+#include "placementsender.h"
+
+#include <cstdio>
+
+#include "hostname.h"
+#include "pointtext.h"
+#include "widenets.h"
+
+using namespace oa;
+
+namespace {
+
+// View name of the host's own components. The host finds those itself, so their library is named plainly.
+const char kComponentViewName[] = "TarnwickdaleComponent";
+// Tells the host that a symbol lives in an OpenAccess library.
+const char kLibrarySuffix[] = ".oa";
+
+// The number by which the host knows the point of setDataPoint() as the offset of a placement's label.
+const int kLabelOffsetPoint = 1;
+
+// An iterated instance I1[0:3], and a single bit of one, is I1 to the host.
+void cutRange(oaString &name) {
+  const oaUInt4 bracket = name.index('[');
+  if (bracket > 0 && bracket < name.getLength()) {
+    name[bracket] = '\0';
+  }
+}
+
+} // namespace
+
+PlacementSender::PlacementSender(oaPlugInMain &host, WalkFaults &faults)
+    : host_(host), faults_(faults), addPlacement_(host, "addPlacement(QString,QString,QPoint,QString)"),
+      setDataString_(host, "setDataString(QString,QString)"),
+      setVectorPlacementConnection_(host, "setVectorPlacementConnection(QString,QString)"), debug_(oaConvert::debug),
+      deviceNameKey_(QLatin1String("devicename")) {
+  for (int orient = 0; orient < 8; ++orient) {
+    trans_[orient] = oaConvert::toTrans(oaOrient(oaOrientEnum(orient)));
+  }
+}
+
+void PlacementSender::send(oaBlock *block) {
+  hasWideNets_ = mayHaveWideNets(block);
+  oaIter<oaInst> insts(block->getInsts(oacInstIterNotImplicit));
+  while (oaInst *inst = insts.getNext()) {
+    faults_.guardObject([&] { sendInst(block, inst); });
+  }
+}
+
+void PlacementSender::sendInst(oaBlock *block, oaInst *inst) {
+  if (debug_) {
+    printMaster(inst);
+  }
+  const Symbol &symbol = symbolOf(inst);
+  oaTransform xform;
+  inst->getTransform(xform);
+  emit addPlacement_(symbol.device, symbol.library, QPoint(xform.xOffset(), xform.yOffset()),
+                     trans_[int(oaOrientEnum(xform.orient())) & 7]);
+  if (debug_) {
+    std::printf("set parameter...");
+  }
+  sendProperties(inst);
+  inst->getName(oaConvert::ns, name_);
+  cutRange(name_);
+  emit setDataString_(deviceNameKey_, qtName_.set(name_));
+  const bool isIterated = inst->getNumBits() > 1;
+  if (isIterated) {
+    sendIteration(block, name_);
+  }
+  if (isIterated || hasWideNets_) {
+    sendConnections(inst, isIterated);
+  }
+  if (debug_) {
+    std::printf("set instance name...");
+    std::printf("end instance %s\n", static_cast<const oaChar *>(name_));
+  }
+}
+
+const PlacementSender::Symbol &PlacementSender::symbolOf(oaInst *inst) {
+  const auto known = symbolByHeader_.find(inst->getHeader());
+  if (known != symbolByHeader_.end()) {
+    return known->second;
+  }
+  oaString lib;
+  oaString cell;
+  oaString view;
+  inst->getLibName(oaConvert::ns, lib);
+  inst->getCellName(oaConvert::ns, cell);
+  inst->getViewName(oaConvert::ns, view);
+  Symbol symbol;
+  if (view == kComponentViewName) {
+    symbol.device = oaConvert::toString(cell);
+    symbol.library = oaConvert::toString(lib);
+  } else {
+    symbol.device = oaConvert::toDeviceName(oaConvert::toString(cell), oaConvert::toString(view));
+    symbol.library = oaConvert::toString(lib) + QLatin1String(kLibrarySuffix);
+  }
+  return symbolByHeader_.emplace(inst->getHeader(), symbol).first->second;
+}
+
+void PlacementSender::sendProperties(oaInst *inst) {
+  oaIter<oaProp> properties(inst->getProps());
+  while (oaProp *property = properties.getNext()) {
+    property->getName(name_);
+    property->getValue(value_);
+    if (debug_) {
+      std::printf("inst prop (%s): %s\n", static_cast<const oaChar *>(name_), static_cast<const oaChar *>(value_));
+    }
+    if (name_ == "labelOffset") {
+      emit host_.setDataPoint(kLabelOffsetPoint, pointOfText(value_));
+    } else {
+      emit setDataString_(qtName_.set(name_), qtValue_.set(value_));
+    }
+  }
+}
+
+void PlacementSender::sendIteration(oaBlock *block, const oaString &baseName) {
+  const oaVectorInstDef *def = oaVectorInstDef::find(block, oaScalarName(oaConvert::ns, baseName));
+  if (!def) {
+    return;
+  }
+  oaIter<oaVectorInst> insts(def->getVectorInsts());
+  if (const oaVectorInst *first = insts.getNext()) {
+    emit host_.upgradeToVectorPlacement(int(first->getStart()), int(first->getStop()));
+  }
+}
+
+void PlacementSender::sendConnections(oaInst *inst, bool isIterated) {
+  oaIter<oaInstTerm> instTerms(inst->getInstTerms(oacInstTermIterNotImplicit));
+  while (const oaInstTerm *instTerm = instTerms.getNext()) {
+    if (!isIterated && instTerm->getNumBits() < 2) {
+      continue;
+    }
+    const oaNet *net = instTerm->getNet();
+    if (!net || !readTermName(instTerm)) {
+      continue;
+    }
+    net->getName(oaConvert::ns, netText_);
+    if (netText_.isEmpty()) {
+      continue;
+    }
+    toHostName(termText_);
+    toHostName(netText_);
+    emit setVectorPlacementConnection_(qtName_.set(termText_), qtValue_.set(netText_));
+  }
+}
+
+// A connection by position has a name only when the symbol is at hand.
+bool PlacementSender::readTermName(const oaInstTerm *instTerm) {
+  if (!instTerm->usesTermPosition()) {
+    instTerm->getTermName(oaConvert::ns, termText_);
+    return true;
+  }
+  if (const oaTerm *term = instTerm->getTerm()) {
+    term->getName(oaConvert::ns, termText_);
+    return true;
+  }
+  emit host_.reportError(oaPlugInMain::tr("connection by position, but the terminal is not found in the symbol"), 1,
+                         oaConvert::toString(name_) + QLatin1Char(' ') +
+                             oaConvert::toString(instTerm->getTermPosition()));
+  return false;
+}
+
+void PlacementSender::printMaster(const oaInst *inst) {
+  oaString lib;
+  oaString cell;
+  oaString view;
+  inst->getLibName(oaConvert::ns, lib);
+  inst->getCellName(oaConvert::ns, cell);
+  inst->getViewName(oaConvert::ns, view);
+  std::printf("need symbol %s %s %s\n", static_cast<const oaChar *>(lib), static_cast<const oaChar *>(cell),
+              static_cast<const oaChar *>(view));
+}

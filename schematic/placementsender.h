@@ -1,0 +1,58 @@
+#ifndef PLACEMENTSENDER_H
+#define PLACEMENTSENDER_H
+
+#include <unordered_map>
+
+#include <QString>
+
+#include "buffers.h"
+#include "directsignal.h"
+#include "oapluginmain.h"
+#include "walkfaults.h"
+
+// Sends the instances of a schematic as placements, each followed by its data and connections. What all instances of a
+// symbol have in common is made once for the header that they share.
+class PlacementSender {
+public:
+  PlacementSender(oaPlugInMain &host, WalkFaults &faults);
+
+  void send(oa::oaBlock *block);
+
+private:
+  // A symbol as the host names it.
+  struct Symbol {
+    QString device;
+    QString library;
+  };
+
+  void sendInst(oa::oaBlock *block, oa::oaInst *inst);
+  const Symbol &symbolOf(oa::oaInst *inst);
+  void sendProperties(oa::oaInst *inst);
+  void sendIteration(oa::oaBlock *block, const oa::oaString &baseName);
+  // Connections of buses only, unless the instance is iterated.
+  void sendConnections(oa::oaInst *inst, bool isIterated);
+  // Fills `termText_`; false when the terminal's name cannot be had.
+  bool readTermName(const oa::oaInstTerm *instTerm);
+  static void printMaster(const oa::oaInst *inst);
+
+  oaPlugInMain &host_;
+  WalkFaults &faults_;
+  const DirectSignal<QString, QString, QPoint, QString> addPlacement_;
+  const DirectSignal<QString, QString> setDataString_;
+  const DirectSignal<QString, QString> setVectorPlacementConnection_;
+  const bool debug_;
+  const QString deviceNameKey_;
+  QString trans_[8];
+  std::unordered_map<const oa::oaObject *, Symbol> symbolByHeader_;
+  // Otherwise there is no need to look at the connections of plain instances.
+  bool hasWideNets_ = true;
+
+  oa::oaString name_;
+  oa::oaString value_;
+  oa::oaString termText_;
+  oa::oaString netText_;
+  TextBuffer qtName_;
+  TextBuffer qtValue_;
+};
+
+#endif
