@@ -23,8 +23,11 @@ struct CommandContext {
 };
 
 void addInfoCommands(CLI::App &app, CommandContext &context); // info, libs, cells, views, view-type
+void addComponentCommands(CLI::App &app, CommandContext &context); // components, component
+void addNetlistCommand(CLI::App &app, CommandContext &context);
 void addReadCommand(CLI::App &app, CommandContext &context);
 void addImportGdsCommand(CLI::App &app, CommandContext &context);
+void addImportXschemCommand(CLI::App &app, CommandContext &context);
 void addExportGdsCommand(CLI::App &app, CommandContext &context);
 void addCopyCommand(CLI::App &app, CommandContext &context);
 void addRenderCommand(CLI::App &app, CommandContext &context);

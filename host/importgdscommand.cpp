@@ -6,11 +6,11 @@
 #include "pluginlayoutwriter.h"
 #include "pluginsession.h"
 #include "progressbar.h"
+#include "targetlibrary.h"
 #include "unitsprobe.h"
 #include "usermessage.h"
 
 #include <CLI/CLI.hpp>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSet>
@@ -110,8 +110,7 @@ class GdsImport {
 public:
   GdsImport(PluginSession &session, const ImportOptions &options)
       : session_(session), file_(QString::fromLocal8Bit(options.file.c_str())), lib_(nameFromCommandLine(options.lib)),
-        path_(options.path.empty() ? QString()
-                                   : QFileInfo(libraryPathFromCommandLine(options.path)).absoluteFilePath()) {
+        path_(options.path.empty() ? QString() : libraryPathFromCommandLine(options.path)) {
     if (!options.layers.empty())
       map_ = LayerMap::fromFile(QString::fromLocal8Bit(options.layers.c_str()));
   }
@@ -120,7 +119,8 @@ public:
     const FileBytes bytes(file_);
     const GdsParser parser(bytes.bytes(), bytes.size(), file_);
     session_.requireLibraryDefinitions();
-    const bool isKnown = findLibrary();
+    TargetLibrary library(session_, lib_, path_);
+    const bool isKnown = library.isKnown();
     const double metresPerDbu = isKnown ? libraryMetresPerDbu() : kNewLibraryMetresPerDbu;
     const CoordinateScale scale(parser.metresPerDbu(), metresPerDbu);
     ImportReport report;
@@ -128,7 +128,7 @@ public:
     const GdsIndex index(parser, scale, report);
     const QStringList present = isKnown ? session_.core().getCellNames(lib_) : QStringList();
     if (!isKnown)
-      createLibrary();
+      library.create();
     MappedLayoutWriter writer(session_, lib_, map_);
     GdsImporter importer(parser, index, scale, metresPerDbu, writer, report);
     try {
@@ -145,70 +145,6 @@ public:
   }
 
 private:
-  // True when the library is known already, or there is one to be made known at the path.
-  bool findLibrary() {
-    const QString known = session_.core().getLibPath(lib_);
-    session_.synchronise();
-    if (!known.isEmpty()) {
-      if (!path_.isEmpty() && !isSamePath(known, path_))
-        throw HostError(QStringLiteral("library %1 is known already, at %2, not at %3").arg(lib_, known, path_));
-      return true;
-    }
-    if (path_.isEmpty())
-      throw HostError(QStringLiteral("library %1 is not known; --path says where to make it").arg(lib_));
-    return session_.core().existLib(path_) && session_.core().checkLib(lib_, path_, false);
-  }
-
-  // Also of paths where there is nothing, which have no canonical form.
-  static bool isSamePath(const QString &one, const QString &other) {
-    const QString canonical = QFileInfo(one).canonicalFilePath();
-    if (!canonical.isEmpty())
-      return canonical == QFileInfo(other).canonicalFilePath();
-    return QDir::cleanPath(QFileInfo(one).absoluteFilePath()) == QDir::cleanPath(QFileInfo(other).absoluteFilePath());
-  }
-
-  // What keeps a library from being made at the path, or an empty text.
-  QString libraryFault() const {
-    constexpr int kLongestPath = 4095;
-    constexpr int kLongestFileName = 255;
-    const QFileInfo directory(path_);
-    const QFileInfo parent(directory.dir().path());
-    const QFileInfo libDefs(session_.core().getLibDefsFilename());
-    if (lib_.isEmpty() || lib_.contains(QLatin1Char('/')))
-      return QStringLiteral("\"%1\" is no name of a library").arg(lib_);
-    if (QFile::encodeName(path_).size() > kLongestPath ||
-        QFile::encodeName(directory.fileName()).size() > kLongestFileName)
-      return QStringLiteral("the path is too long");
-    if (!libDefs.isWritable())
-      return QStringLiteral("%1 cannot be written").arg(libDefs.filePath());
-    if (!directory.exists())
-      return !parent.isDir()        ? QStringLiteral("there is no directory %1").arg(parent.filePath())
-             : !parent.isWritable() ? QStringLiteral("the directory %1 cannot be written").arg(parent.filePath())
-                                    : QString();
-    if (!directory.isDir())
-      return QStringLiteral("it is no directory");
-    return {};
-  }
-
-  void createLibrary() {
-    const QString fault = libraryFault();
-    if (!fault.isEmpty())
-      throw HostError(QStringLiteral("library %1 cannot be made at %2: %3").arg(lib_, path_, fault));
-    const bool isEmptyDirectory = QDir(path_).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-    const bool isMade = session_.core().checkLib(lib_, path_, true);
-    session_.synchronise();
-    if (!isMade)
-      throw HostError(QStringLiteral("library %1 cannot be made at %2%3")
-                          .arg(lib_, path_,
-                               QFileInfo::exists(path_) && !isEmptyDirectory
-                                   ? QStringLiteral(": the directory exists and is not empty")
-                                   : QString()));
-    if (!session_.core().getLibs().contains(lib_)) {
-      throw HostError(QStringLiteral("library %1: %2 has no entry for it; its directory %3 remains")
-                          .arg(lib_, session_.core().getLibDefsFilename(), path_));
-    }
-  }
-
   double libraryMetresPerDbu() {
     const double found = probeMetresPerDbu(session_, lib_, kView);
     return found > 0 ? found : kNewLibraryMetresPerDbu;

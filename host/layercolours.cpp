@@ -140,7 +140,9 @@ QColor readableOn(const QColor &colour, const QColor &background, double contras
   const double hue = std::max(colour.hslHueF(), 0.0); // greys have no hue and say -1
   QColor readable = colour;
   double lightness = colour.lightnessF();
-  while (contrastOf(readable, background) < contrast && lightness > 0 && lightness < 1) {
+  // White may start on white, and goes the way that leads off the background.
+  const double farthest = step < 0 ? 0.0 : 1.0;
+  while (contrastOf(readable, background) < contrast && lightness != farthest) {
     lightness = std::clamp(lightness + step, 0.0, 1.0);
     readable = QColor::fromHslF(hue, colour.hslSaturationF(), lightness);
   }

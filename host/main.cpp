@@ -75,8 +75,11 @@ int run(int argc, char **argv) {
   CommandContext context;
   addGlobalOptions(app, options);
   addInfoCommands(app, context);
+  addComponentCommands(app, context);
   addReadCommand(app, context);
+  addNetlistCommand(app, context);
   addImportGdsCommand(app, context);
+  addImportXschemCommand(app, context);
   addExportGdsCommand(app, context);
   addCopyCommand(app, context);
 #ifdef OAHOST_HAS_RENDER

@@ -3,8 +3,10 @@
 #include "hosterror.h"
 #include "oaplugincore.h"
 #include "pluginsession.h"
+#include "schematicreceiver.h"
 #include "signalcounter.h"
 #include "signalprinter.h"
+#include "viewchoice.h"
 
 #include <CLI/CLI.hpp>
 #include <QElapsedTimer>
@@ -17,7 +19,7 @@ namespace {
 struct ReadOptions {
   std::string lib;
   std::string cell;
-  std::string view = "layout";
+  std::string view; // empty: what the cell has
   std::string format = "text";
 };
 
@@ -25,10 +27,9 @@ struct ReadOptions {
 void openView(PluginSession &session, const ReadOptions &options) {
   const QString lib = nameFromCommandLine(options.lib);
   const QString cell = nameFromCommandLine(options.cell);
-  const QString view = nameFromCommandLine(options.view);
-  const QString type = session.requireView(lib, cell, view);
-  if (type == QLatin1String("schematic") || type == QLatin1String("schematicSymbol"))
-    session.core().openSchematic(lib, cell, view, QString());
+  const QString view = options.view.empty() ? defaultView(session, lib, cell) : nameFromCommandLine(options.view);
+  if (isSchematicType(session.requireView(lib, cell, view)))
+    openSchematicView(session, lib, cell, view);
   else
     session.core().openLayout(lib, cell, view, QString());
 }
@@ -44,7 +45,13 @@ int readView(const CommandContext &context, const ReadOptions &options) {
   } else {
     SignalPrinter printer(session,
                           options.format == "json" ? SignalPrinter::Format::Json : SignalPrinter::Format::Text);
-    openView(session, options);
+    try {
+      openView(session, options);
+    } catch (...) {
+      // What came before the failure has been received.
+      printer.flush();
+      throw;
+    }
     printer.flush();
   }
   return session.exitCode();
@@ -58,7 +65,7 @@ void addReadCommand(CLI::App &app, CommandContext &context) {
       app.add_subcommand("read", "Print the signals that the plug-in sends for a cell view, one a line");
   command->add_option("LIB", options->lib, "Library")->required();
   command->add_option("CELL", options->cell, "Cell")->required();
-  command->add_option("VIEW", options->view, "View")->capture_default_str();
+  command->add_option("VIEW", options->view, "View; default: layout, schematic or symbol, the first that exists");
   command->add_option("--format", options->format, "text, json, or count (signals and shapes counted, and the speed)")
       ->check(CLI::IsMember({"text", "json", "count"}))
       ->capture_default_str();

@@ -1,8 +1,12 @@
 # Sources of the drawing part of oahost, in `render_sources`. Its user links Qt5::Gui and Qt5::Svg. rendercommand.cpp belongs
-# to the executable alone; the others make pictures of a LayoutModel without any plug-in.
+# to the executable alone; the others make pictures of a LayoutModel or a SchematicModel without any plug-in.
 set(render_sources
+  evaluatedtext.cpp
+  gridfinder.cpp
+  junctionsides.cpp
   layercolours.cpp
   layermap.cpp
+  picturefile.cpp
   rendercommand.cpp
   rendergeometry.cpp
   renderindex.cpp
@@ -11,4 +15,10 @@ set(render_sources
   renderpage.cpp
   renderpicture.cpp
   renderrastercanvas.cpp
-  rendervectorcanvas.cpp)
+  renderschematic.cpp
+  rendervectorcanvas.cpp
+  schematiccolours.cpp
+  schematicgeometry.cpp
+  schematicpicture.cpp
+  schematicscene.cpp
+  schematictext.cpp)

@@ -13,18 +13,21 @@
 #include "layoutreceiver.h"
 #include "pluginsession.h"
 #include "renderpicture.h"
+#include "schematicpicture.h"
+#include "schematicreceiver.h"
 #include "usermessage.h"
+#include "viewchoice.h"
 
 namespace {
 
 struct RenderCommandOptions {
   std::string lib;
   std::string cell;
-  std::string view = "layout";
+  std::string view; // empty: what the cell has
   std::string output;
   std::string size = "1600x1200";
   std::string layers;
-  std::string background = "dark";
+  std::string background; // empty: dark for layouts, light for schematics
   std::string window;
   int levels = -1;
   bool noLegend = false;
@@ -85,12 +88,12 @@ std::string windowFault(const std::string &text) {
   return parseWindow(text, &window) ? std::string() : "\"" + text + "\" is no window, expected LEFT,BOTTOM,RIGHT,TOP";
 }
 
-PictureOptions pictureOptions(const RenderCommandOptions &options, const LayoutModel &model) {
+PictureOptions layoutOptions(const RenderCommandOptions &options, const LayoutModel &model) {
   PictureOptions picture;
   parseSize(options.size, &picture.size);
   if (options.levels >= 0)
     picture.levels = options.levels;
-  picture.isDark = options.background == "dark";
+  picture.isDark = options.background != "light";
   picture.hasLegend = !options.noLegend;
   picture.hasTexts = !options.noTexts;
   Extent window;
@@ -103,6 +106,17 @@ PictureOptions pictureOptions(const RenderCommandOptions &options, const LayoutM
   return picture;
 }
 
+SchematicPictureOptions schematicOptions(const RenderCommandOptions &options) {
+  SchematicPictureOptions picture;
+  parseSize(options.size, &picture.size);
+  picture.isDark = options.background == "dark";
+  picture.hasTexts = !options.noTexts;
+  Extent window;
+  if (parseWindow(options.window, &window))
+    picture.window = window;
+  return picture;
+}
+
 void writePicture(const QString &fileName, const QByteArray &bytes) {
   // Written beside the target and renamed over it, so that a picture is never half there.
   QSaveFile file(fileName);
@@ -110,20 +124,48 @@ void writePicture(const QString &fileName, const QByteArray &bytes) {
     throw HostError(QStringLiteral("picture %1 cannot be written: %2").arg(fileName, file.errorString()));
 }
 
+QString titleOf(const QString &lib, const QString &cell, const QString &view) {
+  return lib + QStringLiteral(" / ") + cell + QStringLiteral(" / ") + view;
+}
+
+QByteArray layoutPicture(PluginSession &session, const RenderCommandOptions &options, const LayerMap &layers,
+                         const QString &lib, const QString &cell, const QString &view, PictureFormat format) {
+  const LayoutModel model = readLayout(session, lib, cell, view);
+  return drawPicture(model, layers, titleOf(lib, cell, view), format, layoutOptions(options, model));
+}
+
+QByteArray schematicPicture(PluginSession &session, const RenderCommandOptions &options, const QString &lib,
+                            const QString &cell, const QString &view, SchematicScene::Kind kind, PictureFormat format) {
+  if (!options.layers.empty() || options.levels >= 0)
+    throw HostError(
+        QStringLiteral("%1 is no layout: --layers and --levels do not apply to it").arg(cellViewName(lib, cell, view)));
+  const SchematicModel model = readSchematic(session, lib, cell, view);
+  SymbolCache symbols(session);
+  symbols.load(model);
+  return drawSchematicPicture(model, kind, symbols.symbols(), titleOf(lib, cell, view), format,
+                              schematicOptions(options));
+}
+
 int renderView(const CommandContext &context, const RenderCommandOptions &options) {
   const QString lib = nameFromCommandLine(options.lib);
   const QString cell = nameFromCommandLine(options.cell);
-  const QString view = nameFromCommandLine(options.view);
   const QString output = QString::fromLocal8Bit(options.output.c_str());
+  const PictureFormat format = *pictureFormatOf(output);
   requireOrdinaryOutput(output);
-  // Before the layout, which may take long to read.
+  // Before the design, which may take long to read.
   LayerMap layers;
   if (!options.layers.empty())
     layers = LayerMap::fromFile(QString::fromLocal8Bit(options.layers.c_str()));
   PluginSession session(context);
-  const LayoutModel model = readLayout(session, lib, cell, view);
-  const QString title = lib + QStringLiteral(" / ") + cell + QStringLiteral(" / ") + view;
-  writePicture(output, drawPicture(model, layers, title, *pictureFormatOf(output), pictureOptions(options, model)));
+  const QString view = options.view.empty() ? defaultView(session, lib, cell) : nameFromCommandLine(options.view);
+  const QString type = session.requireView(lib, cell, view);
+  if (isSchematicType(type)) {
+    const bool isSymbol = type == QLatin1String("schematicSymbol");
+    const auto kind = isSymbol ? SchematicScene::Kind::Symbol : SchematicScene::Kind::Schematic;
+    writePicture(output, schematicPicture(session, options, lib, cell, view, kind, format));
+  } else {
+    writePicture(output, layoutPicture(session, options, layers, lib, cell, view, format));
+  }
   return session.exitCode();
 }
 
@@ -131,10 +173,10 @@ int renderView(const CommandContext &context, const RenderCommandOptions &option
 
 void addRenderCommand(CLI::App &app, CommandContext &context) {
   auto options = std::make_shared<RenderCommandOptions>();
-  CLI::App *command = app.add_subcommand("render", "Draw a layout as a picture");
+  CLI::App *command = app.add_subcommand("render", "Draw a layout, schematic or symbol as a picture");
   command->add_option("LIB", options->lib, "Library")->required();
   command->add_option("CELL", options->cell, "Cell")->required();
-  command->add_option("VIEW", options->view, "View")->capture_default_str();
+  command->add_option("VIEW", options->view, "View; default: layout, else schematic, else symbol");
   command
       ->add_option("-o,--output", options->output,
                    "Picture to write; its ending chooses the format: .png, .svg or .pdf")
@@ -143,19 +185,22 @@ void addRenderCommand(CLI::App &app, CommandContext &context) {
   command->add_option("--size", options->size, "Size in pixels")
       ->check(CLI::Validator(sizeFault, "WxH"))
       ->capture_default_str();
-  command->add_option("--layers", options->layers, "Table of layer names and colours")->type_name("MAP");
+  command->add_option("--layers", options->layers, "Table of layer names and colours, for layouts")->type_name("MAP");
   command
-      ->add_option("--levels", options->levels, "Levels of cells to show, 1: the cell alone; those below are outlined")
+      ->add_option("--levels", options->levels,
+                   "Levels of a layout's cells to show, 1: the cell alone; those below are outlined")
       ->check(CLI::Range(0, 1'000'000));
-  command->add_option("--background", options->background, "dark or light")
-      ->check(CLI::IsMember({"dark", "light"}))
-      ->capture_default_str();
+  command
+      ->add_option("--background", options->background,
+                   "dark or light; default: dark for layouts, light for schematics and symbols")
+      ->check(CLI::IsMember({"dark", "light"}));
   command
       ->add_option("--window", options->window,
-                   "Part to show: left,bottom,right,top in user units; default: everything")
+                   "Part to show: left,bottom,right,top in user units of a layout, else in database units; "
+                   "default: everything")
       ->check(CLI::Validator(windowFault, "L,B,R,T"));
   command->add_flag("--no-legend", options->noLegend, "Leave the legend away");
-  command->add_flag("--no-texts", options->noTexts, "Leave the layout's texts away");
+  command->add_flag("--no-texts", options->noTexts, "Leave the texts away");
   command->callback([options, &context] {
     context.needsDrawing = true;
     context.command = [options, &context] { return renderView(context, *options); };

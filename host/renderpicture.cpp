@@ -4,15 +4,11 @@
 #include <memory>
 #include <vector>
 
-#include <QBuffer>
 #include <QFileInfo>
-#include <QFontDatabase>
-#include <QImage>
 #include <QPainter>
-#include <QPdfWriter>
-#include <QSvgGenerator>
 
 #include "hosterror.h"
+#include "picturefile.h"
 #include "renderlayout.h"
 #include "renderpage.h"
 #include "renderrastercanvas.h"
@@ -169,60 +165,6 @@ private:
   std::unique_ptr<RenderPage> page_;
 };
 
-void paintVector(const Picture &picture, QPaintDevice *device, const QSize &size) {
-  QPainter painter;
-  if (!painter.begin(device))
-    throw HostError(QStringLiteral("the picture cannot be begun"));
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.fillRect(QRectF(QPointF(0, 0), QSizeF(size)), picture.background());
-  VectorCanvas canvas(&painter);
-  picture.paint(&painter, &canvas);
-}
-
-QByteArray drawPng(const Picture &picture, const QSize &size) {
-  QImage image(size, QImage::Format_ARGB32_Premultiplied);
-  if (image.isNull())
-    throw HostError(QStringLiteral("no memory for a picture of %1x%2 pixels").arg(size.width()).arg(size.height()));
-  image.fill(picture.background());
-  RasterCanvas canvas(&image);
-  QPainter painter(&image);
-  picture.paint(&painter, &canvas);
-  painter.end();
-  QBuffer buffer;
-  buffer.open(QIODevice::WriteOnly);
-  if (!image.convertToFormat(QImage::Format_RGB32).save(&buffer, "PNG"))
-    throw HostError(QStringLiteral("the picture cannot be encoded as PNG"));
-  return buffer.data();
-}
-
-QByteArray drawSvg(const Picture &picture, const QSize &size, const QString &title) {
-  QBuffer buffer;
-  buffer.open(QIODevice::WriteOnly);
-  QSvgGenerator generator;
-  generator.setOutputDevice(&buffer);
-  generator.setResolution(96);
-  generator.setSize(size);
-  generator.setViewBox(QRect(QPoint(0, 0), size));
-  generator.setTitle(title.toHtmlEscaped());
-  paintVector(picture, &generator, size);
-  return buffer.data();
-}
-
-QByteArray drawPdf(const Picture &picture, const QSize &size, const QString &title) {
-  const double kPixelsPerInch = 96, kPointsPerInch = 72;
-  QBuffer buffer;
-  buffer.open(QIODevice::WriteOnly);
-  {
-    QPdfWriter writer(&buffer);
-    writer.setResolution(static_cast<int>(kPixelsPerInch));
-    writer.setPageSize(QPageSize(QSizeF(size) * (kPointsPerInch / kPixelsPerInch), QPageSize::Point));
-    writer.setPageMargins(QMarginsF(0, 0, 0, 0));
-    writer.setTitle(title);
-    paintVector(picture, &writer, size);
-  }
-  return buffer.data();
-}
-
 } // namespace
 
 std::optional<PictureFormat> pictureFormatOf(const QString &fileName) {
@@ -240,16 +182,13 @@ QByteArray drawPicture(const LayoutModel &model, const LayerMap &layers, const Q
                        const PictureOptions &options) {
   if (!model.topCell())
     throw HostError(QStringLiteral("%1: there is no cell to draw").arg(title));
-  if (QFontDatabase().families().isEmpty())
-    throw HostError(QStringLiteral("no font is installed; install one, for example the package fonts-dejavu-core"));
   const Picture picture(model, layers, title, options);
-  switch (format) {
-  case PictureFormat::Svg:
-    return drawSvg(picture, options.size, title);
-  case PictureFormat::Pdf:
-    return drawPdf(picture, options.size, title);
-  case PictureFormat::Png:
-    break;
-  }
-  return drawPng(picture, options.size);
+  return pictureFile(format, options.size, picture.background(), title, [&picture](const PictureSheet &sheet) {
+    std::unique_ptr<RenderCanvas> canvas;
+    if (sheet.image)
+      canvas = std::make_unique<RasterCanvas>(sheet.image);
+    else
+      canvas = std::make_unique<VectorCanvas>(sheet.painter);
+    picture.paint(sheet.painter, canvas.get());
+  });
 }

@@ -1,0 +1,314 @@
+#include "netlistreader.h"
+
+#include "hosterror.h"
+#include "oaplugincore.h"
+#include "pluginsession.h"
+#include "schematicconnectivity.h"
+#include "schematicreceiver.h"
+#include "usermessage.h"
+
+#include <QHash>
+
+#include <utility>
+
+namespace {
+
+const QString kSchematicView = QStringLiteral("schematic");
+
+// What the drawing tells of a cell that its netlist does not.
+struct Drawing {
+  bool isSchematic = false;
+  QHash<QString, QString> libraries; // of a placement, by its name and device
+  QSet<QString> ports, globalPorts;  // bit by bit
+};
+
+QString placementKey(const QString &name, const QString &device) { return name + QLatin1Char('\n') + device; }
+
+// "I1<3>" is a bit of the placement I1.
+QString withoutBit(const QString &name) { return name.left(name.lastIndexOf(QLatin1Char('<'))); }
+
+class NetlistBuilder {
+public:
+  NetlistBuilder(PluginSession &session, ImportReport &report) : session_(session), report_(report) {}
+  Netlist build(const QString &lib, const QString &cell, const QString &view,
+                const std::function<void(qint64)> &progress);
+
+private:
+  enum class State { Unread, Open, Complete };
+  struct OpenCell {
+    int cell;
+    std::size_t nextDevice;
+  };
+
+  int cellIndex(const QString &lib, const QString &cell, const QString &view);
+  void begin(int index);
+  void visit(OpenCell &open);
+  Drawing readDrawing(const NetlistCell &cell, const QString &viewType);
+  void findMaster(const NetlistCell &cell, const Drawing &drawing, NetlistDevice &device);
+  bool hasSchematic(const QString &lib, const QString &cell);
+  const NetlistSymbol *symbolOf(const QString &lib, const QString &device);
+  void findPorts(NetlistCell &cell, const Drawing &drawing, const std::vector<int> &externals);
+
+  PluginSession &session_;
+  ImportReport &report_;
+  Netlist netlist_;
+  QHash<QString, int> indexes_;
+  std::vector<State> states_;
+  std::vector<OpenCell> openCells_;
+  QHash<QString, bool> hasSchematic_;
+  QSet<QString> missingSymbols_;
+};
+
+Netlist NetlistBuilder::build(const QString &lib, const QString &cell, const QString &view,
+                              const std::function<void(qint64)> &progress) {
+  begin(cellIndex(lib, cell, view));
+  qint64 complete = 0;
+  while (!openCells_.empty()) {
+    OpenCell &open = openCells_.back();
+    const auto index = static_cast<std::size_t>(open.cell);
+    if (open.nextDevice < netlist_.cells[index].devices.size()) {
+      visit(open);
+      continue;
+    }
+    states_[index] = State::Complete;
+    netlist_.mastersFirst.push_back(open.cell);
+    openCells_.pop_back();
+    progress(++complete);
+  }
+  return std::move(netlist_);
+}
+
+int NetlistBuilder::cellIndex(const QString &lib, const QString &cell, const QString &view) {
+  const QString key = cellViewName(lib, cell, view);
+  const auto known = indexes_.constFind(key);
+  if (known != indexes_.constEnd())
+    return *known;
+  const int index = static_cast<int>(netlist_.cells.size());
+  netlist_.cells.push_back({lib, cell, view, {}, {}, {}, {}, nullptr});
+  states_.push_back(State::Unread);
+  indexes_.insert(key, index);
+  return index;
+}
+
+// Goes to the master of the next device before the rest of the cell, if it is to be read.
+void NetlistBuilder::visit(OpenCell &open) {
+  const NetlistCell &cell = netlist_.cells[static_cast<std::size_t>(open.cell)];
+  const NetlistDevice &device = cell.devices[open.nextDevice++];
+  if (device.master < 0)
+    return;
+  const State state = states_[static_cast<std::size_t>(device.master)];
+  if (state == State::Unread) {
+    begin(device.master);
+  } else if (state == State::Open) {
+    report_.problem(QStringLiteral("a cell contains itself, the netlist is endless"),
+                    QStringLiteral("%1, device %2 of %3").arg(cell.path(), device.name, device.cell));
+  }
+}
+
+void NetlistBuilder::begin(int index) {
+  const auto place = static_cast<std::size_t>(index);
+  NetlistCell cell = netlist_.cells[place];
+  const QString viewType = session_.requireView(cell.library, cell.cell, cell.view);
+  const int errorsBefore = session_.errorCount();
+  NetlistReceiver receiver(session_.object(), cell, report_);
+  session_.core().loadNetlist(cell.library, cell.cell, cell.view);
+  session_.synchronise();
+  session_.object().disconnect(&receiver);
+  const bool isUnreadable = cell.nodes.isEmpty() && cell.devices.empty() && session_.errorCount() > errorsBefore;
+  if (isUnreadable && openCells_.empty())
+    throw HostError(QStringLiteral("%1 could not be read as a netlist").arg(cell.path()));
+  cell.symbol = symbolOf(cell.library, cell.cell);
+  if (!isUnreadable) {
+    const Drawing drawing = readDrawing(cell, viewType);
+    for (NetlistDevice &device : cell.devices)
+      findMaster(cell, drawing, device);
+    findPorts(cell, drawing, receiver.externals());
+  } else if (cell.symbol != nullptr) {
+    // What calls it can still be printed.
+    for (const QString &terminal : cell.symbol->terminals)
+      cell.ports.push_back({terminal, -1});
+  }
+  netlist_.cells[place] = std::move(cell);
+  states_[place] = State::Open;
+  openCells_.push_back({index, 0});
+}
+
+// The signals of the netlist name the cell of a device and not its library; those of the drawing do. What is wrong with
+// the view has been told.
+Drawing NetlistBuilder::readDrawing(const NetlistCell &cell, const QString &viewType) {
+  Drawing drawing;
+  drawing.isSchematic = viewType == QLatin1String("schematic");
+  SchematicModel model;
+  session_.setReportsIgnored(true);
+  try {
+    model = readSchematic(session_, cell.library, cell.cell, cell.view);
+  } catch (const HostError &) {
+    report_.problem(QStringLiteral("the placements cannot be read, every master is looked for in the same library"),
+                    cell.path());
+  }
+  session_.setReportsIgnored(false);
+  for (const SchematicPlacement &placement : model.placements)
+    drawing.libraries.insert(placementKey(placement.name, placement.device), placement.library);
+  for (const SchematicPort &port : model.ports) {
+    for (const QString &bit : bitNamesOf(port.name))
+      (port.isGlobal ? drawing.globalPorts : drawing.ports).insert(bit);
+  }
+  return drawing;
+}
+
+void NetlistBuilder::findMaster(const NetlistCell &cell, const Drawing &drawing, NetlistDevice &device) {
+  const auto exact = drawing.libraries.constFind(placementKey(device.name, device.device));
+  const auto found = exact != drawing.libraries.constEnd()
+                         ? exact
+                         : drawing.libraries.constFind(placementKey(withoutBit(device.name), device.device));
+  device.library = found != drawing.libraries.constEnd() ? *found : cell.library;
+  device.cell = splitDevice(device.device).cell;
+  device.symbol = symbolOf(device.library, device.device);
+  if (hasSchematic(device.library, device.cell))
+    device.master = cellIndex(device.library, device.cell, kSchematicView);
+}
+
+// A library or cell that is not there has been told as a missing master.
+bool NetlistBuilder::hasSchematic(const QString &lib, const QString &cell) {
+  const QString key = cellViewName(lib, cell, kSchematicView);
+  const auto known = hasSchematic_.constFind(key);
+  if (known != hasSchematic_.constEnd())
+    return *known;
+  const bool isThere = session_.core().getLibs().contains(lib) && session_.core().getCellNames(lib).contains(cell) &&
+                       session_.core().getViewNames(lib, cell).contains(kSchematicView);
+  hasSchematic_.insert(key, isThere);
+  return isThere;
+}
+
+// Null when there is none, which has been told as a missing master.
+const NetlistSymbol *NetlistBuilder::symbolOf(const QString &lib, const QString &device) {
+  const QString key = symbolKey(lib, device);
+  const auto known = netlist_.symbols.find(key);
+  if (known != netlist_.symbols.end())
+    return &known->second;
+  if (missingSymbols_.contains(key))
+    return nullptr;
+  if (!session_.core().existComponent(lib, device)) {
+    missingSymbols_.insert(key);
+    return nullptr;
+  }
+  NetlistSymbol symbol;
+  try {
+    const SymbolModel model = readComponent(session_, lib, device);
+    QSet<QString> terminals;
+    for (const SchematicPort &port : model.ports) {
+      if (port.isGlobal) // a net of that name, and no terminal
+        continue;
+      for (const QString &bit : bitNamesOf(port.name)) {
+        if (!terminals.contains(bit))
+          symbol.terminals.append(bit);
+        terminals.insert(bit);
+      }
+    }
+    symbol.properties = model.data;
+  } catch (const HostError &error) {
+    report_.problem(error.message(), key);
+    missingSymbols_.insert(key);
+    return nullptr;
+  }
+  return &netlist_.symbols.emplace(key, std::move(symbol)).first->second;
+}
+
+void NetlistBuilder::findPorts(NetlistCell &cell, const Drawing &drawing, const std::vector<int> &externals) {
+  QHash<QString, int> nodes;
+  for (int node = 0; node < cell.nodes.size(); ++node)
+    nodes.insert(cell.nodes[node], node);
+  const QSet<int> outside(externals.begin(), externals.end());
+  QSet<int> taken;
+  const auto addPort = [&](const QString &name, int node) {
+    cell.ports.push_back({name, node});
+    taken.insert(node);
+  };
+  if (cell.symbol != nullptr) {
+    for (const QString &terminal : cell.symbol->terminals) {
+      const int node = nodes.value(terminal, -1);
+      if (!outside.contains(node))
+        report_.problem(QStringLiteral("a terminal of the symbol is no port of the schematic"),
+                        cell.path() + QStringLiteral(", terminal ") + terminal);
+      addPort(terminal, node);
+    }
+    for (const QString &name : cell.symbol->extraNames()) {
+      if (nodes.contains(name) && !taken.contains(nodes.value(name)))
+        addPort(name, nodes.value(name));
+    }
+  }
+  for (const int node : externals) {
+    if (taken.contains(node))
+      continue;
+    const QString &name = cell.nodes[node];
+    const bool isShown = drawing.ports.contains(name) && !drawing.globalPorts.contains(name);
+    if (cell.symbol != nullptr && isShown) {
+      report_.problem(QStringLiteral("a port of the schematic is no terminal of the symbol"),
+                      cell.path() + QStringLiteral(", port ") + name);
+    } else if (cell.symbol == nullptr && (isShown || !drawing.isSchematic)) {
+      addPort(name, node);
+    } else {
+      cell.globals.push_back(node);
+    }
+  }
+}
+
+} // namespace
+
+NetlistReceiver::NetlistReceiver(QObject &plugin, NetlistCell &cell, ImportReport &report)
+    : cell_(cell), report_(report) {
+  const std::pair<const char *, const char *> connections[] = {
+      {SIGNAL(netlistAddNode(QString, int, bool)), SLOT(netlistAddNode(QString, int, bool))},
+      {SIGNAL(netlistAddDevice(QString, QString, QStringList, QList<int>, QStringList, QStringList)),
+       SLOT(netlistAddDevice(QString, QString, QStringList, QList<int>, QStringList, QStringList))},
+  };
+  for (const auto &[signal, slot] : connections) {
+    if (!connect(&plugin, signal, this, slot, Qt::DirectConnection))
+      throw HostError(QStringLiteral("the plug-in has no signal %1").arg(QLatin1String(signal + 1)));
+  }
+}
+
+void NetlistReceiver::netlistAddNode(const QString &name, int number, bool isExternal) {
+  if (number != cell_.nodes.size()) {
+    report_.problem(QStringLiteral("a node has the wrong number and is left out"),
+                    QStringLiteral("%1, node %2").arg(cell_.path(), name));
+    return;
+  }
+  QString unique = name;
+  for (int i = 2; names_.contains(unique); ++i)
+    unique = QStringLiteral("%1_%2").arg(name).arg(i);
+  if (unique != name) {
+    report_.problem(QStringLiteral("two nets have the same name, one is renamed"),
+                    QStringLiteral("%1, net %2, now %3").arg(cell_.path(), name, unique));
+  }
+  names_.insert(unique);
+  cell_.nodes.append(unique);
+  if (isExternal)
+    externals_.push_back(number);
+}
+
+void NetlistReceiver::netlistAddDevice(const QString &name, const QString &master, const QStringList &terminals,
+                                       const QList<int> &nodes, const QStringList &parameterNames,
+                                       const QStringList &parameterValues) {
+  NetlistDevice device;
+  device.name = name;
+  device.device = master;
+  for (int i = 0; i < terminals.size() && i < nodes.size(); ++i) {
+    if (nodes[i] < 0 || nodes[i] >= cell_.nodes.size()) {
+      report_.problem(QStringLiteral("a device is connected to an unknown node"),
+                      QStringLiteral("%1, device %2, terminal %3").arg(cell_.path(), name, terminals[i]));
+      continue;
+    }
+    device.terminals.append(terminals[i]);
+    device.nodes.push_back(nodes[i]);
+  }
+  for (int i = 0; i < parameterNames.size() && i < parameterValues.size(); ++i)
+    device.parameters.push_back({parameterNames[i], parameterValues[i]});
+  cell_.devices.push_back(std::move(device));
+}
+
+Netlist readNetlist(PluginSession &session, const QString &lib, const QString &cell, const QString &view,
+                    ImportReport &report, const std::function<void(qint64)> &progress) {
+  session.requireView(lib, cell, view);
+  return NetlistBuilder(session, report).build(lib, cell, view, progress);
+}

@@ -1,0 +1,22 @@
+#include "viewchoice.h"
+
+#include "hosterror.h"
+#include "oaplugincore.h"
+#include "pluginsession.h"
+
+QString defaultView(PluginSession &session, const QString &lib, const QString &cell) {
+  session.requireLibrary(lib);
+  const QStringList views = session.core().getViewNames(lib, cell);
+  for (const char *name : {"layout", "schematic", "symbol"}) {
+    const QString view = QLatin1String(name);
+    if (views.contains(view))
+      return view;
+  }
+  if (!session.core().getCellNames(lib).contains(cell))
+    throw HostError(QStringLiteral("library %1 has no cell %2").arg(lib, cell));
+  if (views.isEmpty())
+    throw HostError(QStringLiteral("cell %1 of library %2 has no views").arg(cell, lib));
+  throw HostError(
+      QStringLiteral("cell %1 of library %2 has no view layout, schematic or symbol; name one of its views: %3")
+          .arg(cell, lib, views.join(QStringLiteral(", "))));
+}
