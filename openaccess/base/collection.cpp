@@ -60,7 +60,7 @@ oaUInt4 WholeTableKind::count(const CollectionQuestion &question) const {
 }
 
 oaObject *OwnedRowsKind::next(const CollectionQuestion &question, Row &position, Row &hint) const {
-  const std::vector<Row> &rows = members(question);
+  const RowSpan rows = members(question);
   // `hint` is the place behind the row returned last, unless members came or went meanwhile.
   std::size_t place = hint;
   if (position == kNoRow) {
@@ -80,7 +80,7 @@ oaObject *OwnedRowsKind::next(const CollectionQuestion &question, Row &position,
 }
 
 oaUInt4 OwnedRowsKind::count(const CollectionQuestion &question) const {
-  const std::vector<Row> &rows = members(question);
+  const RowSpan rows = members(question);
   return static_cast<oaUInt4>(std::count_if(rows.begin(), rows.end(), [&](Row row) { return accepts(question, row); }));
 }
 

@@ -30,7 +30,7 @@ public:
   oaUInt4 count(const CollectionQuestion &question) const override;
 
 protected:
-  virtual const std::vector<Row> &members(const CollectionQuestion &question) const = 0;
+  virtual RowSpan members(const CollectionQuestion &question) const = 0;
   virtual Table &memberTable(const CollectionQuestion &question) const = 0;
   virtual bool accepts(const CollectionQuestion &, Row) const { return true; }
 };

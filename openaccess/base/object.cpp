@@ -16,7 +16,7 @@ kit::DatabaseKind databaseKindOf(const oaObject *object) { return kit::databaseO
 
 class PropertiesOfObject : public kit::OwnedRowsKind {
 protected:
-  const std::vector<kit::Row> &members(const kit::CollectionQuestion &question) const override {
+  kit::RowSpan members(const kit::CollectionQuestion &question) const override {
     return question.table->database().properties().of(*question.table, question.owner);
   }
   kit::Table &memberTable(const kit::CollectionQuestion &question) const override {

@@ -250,7 +250,7 @@ oaProp *oaProp::copyTo(oaObject *object) const {
   const kit::StringTable &fromStrings = from.database().strings();
   const std::string text = fromStrings.text(from.text[row]);
   const std::string typeText = fromStrings.text(from.typeText[row]);
-  const std::vector<Row> nested = from.of(from, row);
+  const std::vector<Row> nested = from.of(from, row).copy();
   const Row copy = addProperty(object, nameIn(this), getType());
   kit::Database &database = kit::databaseOf(object);
   PropertyTable &to = database.properties();

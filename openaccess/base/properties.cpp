@@ -38,7 +38,7 @@ void PropertyTable::buildIndex() {
   index_.setBuilt();
 }
 
-const std::vector<Row> &PropertyTable::of(const Table &table, Row row) {
+RowSpan PropertyTable::of(const Table &table, Row row) {
   buildIndex();
   return index_.rows(key(table.id(), row));
 }
@@ -70,7 +70,7 @@ void PropertyTable::destroyOf(const Table &table, Row row) {
     return;
   }
   while (true) {
-    const std::vector<Row> &rows = of(table, row);
+    const RowSpan rows = of(table, row);
     if (rows.empty()) {
       return;
     }

@@ -27,7 +27,7 @@ public:
   Column<Row> typeText{*this, 9, "typeText", kNoRow};
 
   // Properties of the object (table, row), in creation order.
-  const std::vector<Row> &of(const Table &table, Row row);
+  RowSpan of(const Table &table, Row row);
   Row find(const Table &table, Row row, const std::string &name);
   Row add(std::uint8_t kind, const Table &ownerTable, Row ownerRow, Row name);
   // Destroys the properties of an object and theirs.

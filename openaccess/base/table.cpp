@@ -139,34 +139,75 @@ void Table::loaded() {
   destroyedRowsCounted_ = kinds_ == nullptr;
 }
 
-void OwnerIndex::add(std::uint64_t owner, Row row) {
-  std::vector<Row> &rows = rows_[owner];
-  if (rows.empty() || rows.back() < row) {
-    rows.push_back(row);
-  } else {
-    rows.insert(std::lower_bound(rows.begin(), rows.end(), row), row);
+void OwnerIndex::clear() {
+  isBuilt_ = false;
+  usedSlots_ = 0;
+  shift_ = 64;
+  slots_ = std::vector<Slot>();
+  rows_ = std::vector<Row>();
+}
+
+void OwnerIndex::enlarge() {
+  constexpr unsigned kFirstBits = 4;
+  const unsigned bits = slots_.empty() ? kFirstBits : 64 - shift_ + 1;
+  std::vector<Slot> old(std::size_t(1) << bits);
+  old.swap(slots_);
+  shift_ = 64 - bits;
+  for (const Slot &slot : old) {
+    if (slot.owner != kFree) {
+      slots_[slotOf(slot.owner)] = slot;
+    }
   }
+}
+
+void OwnerIndex::makeRoom(Slot &slot) {
+  if (slot.begin + slot.room == rows_.size()) {
+    rows_.push_back(kNoRow);
+    ++slot.room;
+    return;
+  }
+  const std::uint32_t room = std::max<std::uint32_t>(slot.room * 2, 1);
+  const std::size_t begin = rows_.size();
+  rows_.resize(begin + room, kNoRow);
+  std::copy_n(rows_.begin() + static_cast<std::ptrdiff_t>(slot.begin), slot.size,
+              rows_.begin() + static_cast<std::ptrdiff_t>(begin));
+  slot.begin = begin;
+  slot.room = room;
+}
+
+void OwnerIndex::add(std::uint64_t owner, Row row) {
+  if (usedSlots_ * 2 >= slots_.size()) {
+    enlarge();
+  }
+  Slot &slot = slots_[slotOf(owner)];
+  if (slot.owner == kFree) {
+    slot.owner = owner;
+    slot.begin = rows_.size();
+    ++usedSlots_;
+  }
+  if (slot.size == slot.room) {
+    makeRoom(slot);
+  }
+  const auto begin = rows_.begin() + static_cast<std::ptrdiff_t>(slot.begin);
+  const auto end = begin + slot.size;
+  const auto place = slot.size == 0 || *(end - 1) < row ? end : std::lower_bound(begin, end, row);
+  std::copy_backward(place, end, end + 1);
+  *place = row;
+  ++slot.size;
 }
 
 void OwnerIndex::remove(std::uint64_t owner, Row row) {
-  const auto found = rows_.find(owner);
-  if (found == rows_.end()) {
+  if (slots_.empty()) {
     return;
   }
-  std::vector<Row> &rows = found->second;
-  const auto place = std::lower_bound(rows.begin(), rows.end(), row);
-  if (place != rows.end() && *place == row) {
-    rows.erase(place);
+  Slot &slot = slots_[slotOf(owner)];
+  const auto begin = rows_.begin() + static_cast<std::ptrdiff_t>(slot.begin);
+  const auto end = begin + slot.size;
+  const auto place = std::lower_bound(begin, end, row);
+  if (place != end && *place == row) {
+    std::copy(place + 1, end, place);
+    --slot.size;
   }
-  if (rows.empty()) {
-    rows_.erase(found);
-  }
-}
-
-const std::vector<Row> &OwnerIndex::rows(std::uint64_t owner) const {
-  static const std::vector<Row> none;
-  const auto found = rows_.find(owner);
-  return found == rows_.end() ? none : found->second;
 }
 
 void NameIndex::remove(const std::string &name, Row row) {

@@ -152,24 +152,73 @@ private:
   std::vector<HandleBlock *> blocks_;
 };
 
+// Rows of an OwnerIndex, ascending. Valid until the index changes.
+class RowSpan {
+public:
+  RowSpan() = default;
+  RowSpan(const Row *begin, std::size_t size) : begin_(begin), size_(size) {}
+  const Row *begin() const { return begin_; }
+  const Row *end() const { return begin_ + size_; }
+  std::size_t size() const { return size_; }
+  bool empty() const { return size_ == 0; }
+  Row operator[](std::size_t place) const { return begin_[place]; }
+  Row front() const { return begin_[0]; }
+  Row back() const { return begin_[size_ - 1]; }
+  // For walks that change the index.
+  std::vector<Row> copy() const { return std::vector<Row>(begin(), end()); }
+
+private:
+  const Row *begin_ = nullptr;
+  std::size_t size_ = 0;
+};
+
 // The rows that belong to one owner (the pins of a terminal, the properties of an object), in creation order. Built by
 // the owner of the index at first need, then kept up to date.
+//
+// All rows lie in one array, those of an owner side by side; a table with open addressing says where. An owner whose
+// place is full moves to the array's end with room for as many again, unless it is there already: filling the index in
+// the order of the owners moves nothing.
 class OwnerIndex {
 public:
   bool isBuilt() const { return isBuilt_; }
   void setBuilt() { isBuilt_ = true; }
-  void clear() {
-    isBuilt_ = false;
-    rows_.clear();
-  }
+  void clear();
   void add(std::uint64_t owner, Row row);
   void remove(std::uint64_t owner, Row row);
-  // Empty when the owner has none. The reference is valid until the next change.
-  const std::vector<Row> &rows(std::uint64_t owner) const;
+  // Empty when the owner has none.
+  RowSpan rows(std::uint64_t owner) const {
+    if (slots_.empty()) {
+      return RowSpan();
+    }
+    const Slot &slot = slots_[slotOf(owner)];
+    return RowSpan(rows_.data() + slot.begin, slot.size);
+  }
 
 private:
+  struct Slot {
+    std::uint64_t owner = kFree;
+    std::size_t begin = 0;
+    std::uint32_t size = 0;
+    std::uint32_t room = 0;
+  };
+  static constexpr std::uint64_t kFree = ~std::uint64_t(0) - 1; // no owner has this number
+
+  // The slot of the owner, or the free one where it belongs.
+  std::size_t slotOf(std::uint64_t owner) const {
+    std::size_t place = static_cast<std::size_t>(owner * 0x9e3779b97f4a7c15u >> shift_);
+    while (slots_[place].owner != owner && slots_[place].owner != kFree) {
+      place = (place + 1) & (slots_.size() - 1);
+    }
+    return place;
+  }
+  void enlarge();
+  void makeRoom(Slot &slot);
+
   bool isBuilt_ = false;
-  std::unordered_map<std::uint64_t, std::vector<Row>> rows_;
+  unsigned shift_ = 64;
+  std::size_t usedSlots_ = 0;
+  std::vector<Slot> slots_; // a power of two, or none
+  std::vector<Row> rows_;
 };
 
 // Rows by name. Names may be used by several rows; find() gives the oldest.

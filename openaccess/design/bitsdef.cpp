@@ -55,7 +55,7 @@ BitsFamily familyOfQuestion(BitsFamilyOf familyOf, const CollectionQuestion &que
 
 } // namespace
 
-const std::vector<Row> &ObjectsOfDefKind::members(const CollectionQuestion &question) const {
+RowSpan ObjectsOfDefKind::members(const CollectionQuestion &question) const {
   return MultiBit(familyOfQuestion(familyOf_, question)).objectsOfDef(question.owner);
 }
 

@@ -39,7 +39,7 @@ public:
   ObjectsOfDefKind(BitsFamilyOf familyOf, std::uint8_t kind) : familyOf_(familyOf), kind_(kind) {}
 
 protected:
-  const std::vector<Row> &members(const CollectionQuestion &question) const override;
+  RowSpan members(const CollectionQuestion &question) const override;
   Table &memberTable(const CollectionQuestion &question) const override;
   bool accepts(const CollectionQuestion &question, Row row) const override;
 

@@ -40,10 +40,10 @@ public:
   bool isImplicit(Row row) const { return (design_.instTerms.flags[row] & kInstTermImplicit) != 0; }
   // The name of the terminal; not for connections by position.
   void getName(Row row, oaName &name) const;
-  std::uint32_t memberCount(Row row) const { return design_.instTerms.members[row].count; }
+  std::uint32_t memberCount(Row row) const { return span(row).count; }
   Row member(Row row, std::uint32_t index) const;
   // The wide connections that need this one, each once.
-  const std::vector<Row> &owners(Row row) const;
+  RowSpan owners(Row row) const;
   bool hasOneBit(Row row) const;
 
   // A new explicit connection, or the implicit one of that name, which becomes explicit. The caller has seen to it that
@@ -74,6 +74,9 @@ private:
   };
   using Nets = std::unordered_map<Row, Row>;
 
+  // Owner number in the index of names.
+  static std::uint64_t slotOf(Row inst, const ConnectionKey &key);
+  BitsTable::Span span(Row row) const;
   OwnerIndex &ownersOf() const;
   bool matches(Row row, const ConnectionKey &key) const;
   ConnectionKey keyOf(Row row) const;

@@ -3,6 +3,7 @@ set(connectivity_sources
   bitsdef.cpp
   busnet.cpp
   busterm.cpp
+  connectionchanges.cpp
   connections.cpp
   connectivity.cpp
   equivalentnets.cpp

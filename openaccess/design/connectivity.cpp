@@ -31,7 +31,7 @@ void buildOwnerIndex(OwnerIndex &index, const TableType &table, const Column<Row
 void leaveTermsOfNet(DesignDatabase &design, Row net, bool explicitOnly) {
   MultiBit terms = termNames(design);
   // A copy: destroying takes each row out of the index.
-  const std::vector<Row> connected = termsOfNet(design).rows(net);
+  const std::vector<Row> connected = termsOfNet(design).rows(net).copy();
   for (const Row term : connected) {
     if (!design.terms.isAlive(term) || (explicitOnly && terms.isImplicit(term))) {
       continue;
@@ -45,7 +45,7 @@ void leaveTermsOfNet(DesignDatabase &design, Row net, bool explicitOnly) {
 }
 
 void leaveInstTermsOfNet(DesignDatabase &design, Row net, bool explicitOnly) {
-  const std::vector<Row> connected = instTermsOfNet(design).rows(net);
+  const std::vector<Row> connected = instTermsOfNet(design).rows(net).copy();
   for (const Row instTerm : connected) {
     const bool isImplicit = (design.instTerms.flags[instTerm] & kInstTermImplicit) != 0;
     if (!explicitOnly || !isImplicit) {
@@ -80,7 +80,7 @@ void pinIsGoing(DesignDatabase &design, Row pin) {
 } // namespace
 
 void leavePinsOfTerm(DesignDatabase &design, Row term) {
-  const std::vector<Row> pins = pinsOfTerm(design).rows(term);
+  const std::vector<Row> pins = pinsOfTerm(design).rows(term).copy();
   for (const Row pin : pins) {
     if (design.pins.isAlive(pin)) {
       design.destroyRow(design.pins, pin);

@@ -91,7 +91,7 @@ void leavePinsOfTerm(DesignDatabase &design, Row term);
 // The net leaves its set of equivalents.
 void leaveEquivalents(DesignDatabase &design, Row net);
 // The nets of the set, ascending; empty when there are no others.
-const std::vector<Row> &equivalentsOf(DesignDatabase &design, Row net);
+RowSpan equivalentsOf(DesignDatabase &design, Row net);
 
 // Called when the row is about to be destroyed.
 void instIsGoing(DesignDatabase &design, Row inst);
@@ -122,7 +122,7 @@ public:
   MembersKind(IndexOf indexOf, std::uint16_t memberTableId) : indexOf_(indexOf), memberTableId_(memberTableId) {}
 
 protected:
-  const std::vector<Row> &members(const CollectionQuestion &question) const override {
+  RowSpan members(const CollectionQuestion &question) const override {
     return indexOf_(static_cast<DesignDatabase &>(question.table->database())).rows(question.owner);
   }
   Table &memberTable(const CollectionQuestion &question) const override {

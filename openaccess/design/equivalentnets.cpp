@@ -44,10 +44,9 @@ void moveTo(DesignDatabase &design, Row net, Row set) {
 
 } // namespace
 
-const std::vector<Row> &equivalentsOf(DesignDatabase &design, Row net) {
-  static const std::vector<Row> none;
+RowSpan equivalentsOf(DesignDatabase &design, Row net) {
   const Row set = design.nets.equivalents[net];
-  return set == kNoRow ? none : equivalentNets(design).rows(set);
+  return set == kNoRow ? RowSpan() : equivalentNets(design).rows(set);
 }
 
 void leaveEquivalents(DesignDatabase &design, Row net) {
@@ -58,7 +57,7 @@ void leaveEquivalents(DesignDatabase &design, Row net) {
   const Row set = design.nets.equivalents[net];
   moveTo(design, net, kNoRow);
   setPreferred(design, net, false);
-  const std::vector<Row> rest = equivalentNets(design).rows(set);
+  const std::vector<Row> rest = equivalentNets(design).rows(set).copy();
   if (rest.size() == 1) {
     moveTo(design, rest.front(), kNoRow);
     setPreferred(design, rest.front(), false);
@@ -92,7 +91,7 @@ Row preferredOf(const DesignRow &at) {
 
 class EquivalentNets : public OwnedRowsKind {
 protected:
-  const std::vector<Row> &members(const CollectionQuestion &question) const override {
+  RowSpan members(const CollectionQuestion &question) const override {
     return equivalentsOf(static_cast<DesignDatabase &>(question.table->database()), question.owner);
   }
   Table &memberTable(const CollectionQuestion &question) const override { return *question.table; }
@@ -132,7 +131,7 @@ void oaBitNet::makeEquivalent(oaBitNet *equivNet) {
     moveTo(design, at.row, set);
     setPreferred(design, at.row, true);
   }
-  std::vector<Row> joining = equivalentsOf(design, other.row);
+  std::vector<Row> joining = equivalentsOf(design, other.row).copy();
   if (joining.empty()) {
     joining.push_back(other.row);
   }

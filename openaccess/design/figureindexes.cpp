@@ -14,7 +14,7 @@ namespace {
 
 // Adds the row unless it is there already: a figure may leave its owner and come back.
 void addOnce(OwnerIndex &index, std::uint64_t owner, Row row) {
-  const std::vector<Row> &rows = index.rows(owner);
+  const RowSpan rows = index.rows(owner);
   if (rows.empty() || rows.back() < row || !std::binary_search(rows.begin(), rows.end(), row)) {
     index.add(owner, row);
   }
@@ -52,7 +52,7 @@ public:
       : index_(index), owners_(owners) {}
 
 protected:
-  const std::vector<Row> &members(const CollectionQuestion &question) const override {
+  RowSpan members(const CollectionQuestion &question) const override {
     DesignDatabase &design = designOf(*question.table);
     build(design.*index_, design.shapes, owners_(design.shapes));
     return (design.*index_).rows(question.owner);
@@ -99,7 +99,7 @@ public:
 
 private:
   static Row after(const OwnerIndex &index, const Table &table, const Column<Row> &owners, Row owner, Row position) {
-    const std::vector<Row> &rows = index.rows(owner);
+    const RowSpan rows = index.rows(owner);
     auto place = position == kNoRow ? rows.begin() : std::upper_bound(rows.begin(), rows.end(), position);
     for (; place != rows.end(); ++place) {
       if (owners[*place] == owner && table.isAlive(*place)) {
@@ -213,7 +213,7 @@ bool isNetWithoutFigures(DesignDatabase &design, Row net) {
 
 void moveFiguresToNet(DesignDatabase &design, Row from, Row to) {
   build(design.shapesOfNet, design.shapes, design.shapes.net);
-  const std::vector<Row> rows = design.shapesOfNet.rows(from);
+  const std::vector<Row> rows = design.shapesOfNet.rows(from).copy();
   for (const Row shape : rows) {
     if (design.shapes.net[shape] == from && design.shapes.isAlive(shape)) {
       setNetOfFigure(design, design.shapes, shape, to);
@@ -239,7 +239,7 @@ std::vector<Row> displaysOf(DesignDatabase &design, const Table &table, Row row)
   return displays;
 }
 
-const std::vector<Row> &allDisplays(DesignDatabase &design) {
+RowSpan allDisplays(DesignDatabase &design) {
   buildDisplays(design);
   return design.displaysOfObject.rows(kAllDisplays);
 }
@@ -249,7 +249,7 @@ void dropOrphanedDisplays(DesignDatabase &design) {
     return;
   }
   const bool wasModified = design.isModified();
-  const std::vector<Row> displays = allDisplays(design); // a copy: destroying may build the index anew
+  const std::vector<Row> displays = allDisplays(design).copy(); // a copy: destroying may build the index anew
   for (const Row shape : displays) {
     if (!design.shapes.isAlive(shape)) {
       continue;

@@ -42,7 +42,7 @@ void shapeJoinsLpp(DesignDatabase &design, Row shape, Row lpp);
 // Rows of the shape table: the displays that show the object, in creation order.
 std::vector<Row> displaysOf(DesignDatabase &design, const Table &table, Row row);
 // The displays' shape rows, of all objects.
-const std::vector<Row> &allDisplays(DesignDatabase &design);
+RowSpan allDisplays(DesignDatabase &design);
 void displayShows(DesignDatabase &design, Row displayShape);
 // Destroys the displays whose object is gone: nobody tells when a property goes, and a file may hold any. Called before
 // displays are met.

@@ -103,8 +103,8 @@ void oaInst::setParams(const oaParamArray &params) {
   getLibName(lib);
   getCellName(cell);
   getViewName(view);
-  checkParams(at.design,
-              newInst(lib, cell, view, oaTransform(), oacInheritFromTopBlock, oacNonePlacementStatus), &params);
+  checkParams(at.design, newInst(lib, cell, view, oaTransform(), oacInheritFromTopBlock, oacNonePlacementStatus),
+              &params);
 }
 
 oaUInt4 oaInst::getNumBits() const {
@@ -161,9 +161,8 @@ void oaInst::setMaster(const oaScalarName &libName, const oaScalarName &cellName
 void oaInst::setPlacementStatus(oaPlacementStatus status) {
   const DesignRow at = instRow(this);
   requireExplicitInst(at.design, at.row, oacCannotSetPlacementStatusImplicitInst, "given a placement status");
-  visitWithBits(at.design, at.row, [&](Row row) {
-    at.design.insts.placementStatus.set(row, static_cast<std::uint8_t>(status));
-  });
+  visitWithBits(at.design, at.row,
+                [&](Row row) { at.design.insts.placementStatus.set(row, static_cast<std::uint8_t>(status)); });
   at.design.touch();
 }
 

@@ -11,7 +11,7 @@ namespace kit {
 
 void instIsGoing(DesignDatabase &design, Row inst) {
   // A copy: destroying takes each row out of the index.
-  const std::vector<Row> instTerms = instTermsOfInst(design).rows(inst);
+  const std::vector<Row> instTerms = instTermsOfInst(design).rows(inst).copy();
   for (const Row instTerm : instTerms) {
     if (design.instTerms.isAlive(instTerm)) {
       Connections(design).destroyWithOwners(instTerm);

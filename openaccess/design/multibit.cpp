@@ -266,7 +266,7 @@ OwnerIndex &MultiBit::ownersOf() const {
       const std::uint32_t members = memberCount(row);
       for (std::uint32_t i = 0; i < members; ++i) {
         const Row object = member(row, i).object;
-        const std::vector<Row> &known = index.rows(object);
+        const RowSpan known = index.rows(object);
         if (known.empty() || known.back() != row) {
           index.add(object, row);
         }
@@ -277,10 +277,9 @@ OwnerIndex &MultiBit::ownersOf() const {
   return index;
 }
 
-const std::vector<Row> &MultiBit::owners(Row object) const {
-  static const std::vector<Row> none;
+RowSpan MultiBit::owners(Row object) const {
   // Without ranges and bundles there is nothing to look up, and no index to build.
-  return family_.ranges.rowCount() == 0 ? none : ownersOf().rows(object);
+  return family_.ranges.rowCount() == 0 ? RowSpan() : ownersOf().rows(object);
 }
 
 // What a row says. It may come from a damaged file.
@@ -300,7 +299,7 @@ MemberTable::Member MultiBit::member(Row object, std::uint32_t index) const {
   family_.objects.checkRow(found.object, family_.what);
   // Neither bundles of bundles nor ranges of ranges: a walk down always ends.
   const bool fits = isBundle(object) ? !isBundle(found.object) : family_.kind[found.object] == family_.bitKind;
-  if (!fits || found.repeat == 0) {
+  if (!fits || found.repeat == 0 || (found.repeat != 1 && !isBundle(object))) {
     raiseCorrupted(family_.objects, object, "a member is of the wrong kind");
   }
   return found;
@@ -599,7 +598,7 @@ void MultiBit::setMembers(Row object, Row bits, const std::vector<MemberTable::M
   family_.ranges.members.set(bits, {begin, static_cast<std::uint32_t>(members.size())});
   OwnerIndex &owners = ownersOf();
   for (const MemberTable::Member &entry : members) {
-    const std::vector<Row> &known = owners.rows(entry.object);
+    const RowSpan known = owners.rows(entry.object);
     if (!std::binary_search(known.begin(), known.end(), object)) {
       owners.add(entry.object, object);
     }

@@ -83,14 +83,14 @@ public:
   std::uint32_t memberCount(Row object) const;
   MemberTable::Member member(Row object, std::uint32_t index) const;
   // Objects that have this one as a member, each once.
-  const std::vector<Row> &owners(Row object) const;
+  RowSpan owners(Row object) const;
   // Of a range; start is the index of a bit.
   BitsTable::Range range(Row object) const;
   // The definition of a bit or range, kNoRow for others.
   Row def(Row object) const;
   std::string baseName(Row object) const;
   // Bits and ranges of a definition.
-  const std::vector<Row> &objectsOfDef(Row def) const { return objectsOfDef().rows(def); }
+  RowSpan objectsOfDef(Row def) const { return objectsOfDef().rows(def); }
 
   void getName(Row object, oaName &name) const;
   void getName(Row object, const oaNameSpace &ns, oaString &name) const;

@@ -30,7 +30,7 @@ bool isGlobalRow(DesignDatabase &design, Row net) {
   if ((flags & kNetImplicit) == 0) {
     return (flags & kNetGlobal) != 0;
   }
-  const std::vector<Row> &owners = netNames(design).owners(net);
+  const RowSpan owners = netNames(design).owners(net);
   return std::any_of(owners.begin(), owners.end(), [&](Row owner) { return isGlobalRow(design, owner); });
 }
 
@@ -64,9 +64,9 @@ public:
   oaObject *next(const CollectionQuestion &question, Row &position, Row &hint) const override {
     DesignDatabase &design = static_cast<DesignDatabase &>(question.table->database());
     Table &table = *design.table(memberTableId_);
-    const std::vector<Row> nets = netsOf(design, question);
+    const RowSpan nets = netsOf(design, question);
     for (; hint < nets.size(); ++hint, position = kNoRow) {
-      const std::vector<Row> &members = indexOf_(design).rows(nets[hint]);
+      const RowSpan members = indexOf_(design).rows(nets[hint]);
       auto member = position == kNoRow ? members.begin() : std::upper_bound(members.begin(), members.end(), position);
       while (member != members.end() && (question.flags & notImplicit_) != 0 && isImplicitMember(design, *member)) {
         ++member;
@@ -80,9 +80,9 @@ public:
   }
 
 private:
-  std::vector<Row> netsOf(DesignDatabase &design, const CollectionQuestion &question) const {
-    const std::vector<Row> &set = equivalentsOf(design, question.owner);
-    return (question.flags & withEquivalents_) == 0 || set.empty() ? std::vector<Row>{question.owner} : set;
+  RowSpan netsOf(DesignDatabase &design, const CollectionQuestion &question) const {
+    const RowSpan set = (question.flags & withEquivalents_) == 0 ? RowSpan() : equivalentsOf(design, question.owner);
+    return set.empty() ? RowSpan(&question.owner, 1) : set;
   }
   bool isImplicitMember(const DesignDatabase &design, Row row) const {
     return memberTableId_ == kTermTable ? (design.terms.flags[row] & kTermImplicit) != 0
@@ -120,7 +120,7 @@ class PinsOfNet : public CollectionKind {
 public:
   oaObject *next(const CollectionQuestion &question, Row &position, Row &hint) const override {
     DesignDatabase &design = static_cast<DesignDatabase &>(question.table->database());
-    const std::vector<Row> &terms = termsOfNet(design).rows(question.owner);
+    const RowSpan terms = termsOfNet(design).rows(question.owner);
     for (; hint < terms.size(); ++hint, position = kNoRow) {
       for (const Row pin : pinsOfTerm(design).rows(terms[hint])) {
         if (position == kNoRow || pin > position) {

@@ -233,7 +233,8 @@ void oaRef::setOrigin(const oaPoint &origin) {
 void oaRef::setOrient(oaOrient orient) {
   const DesignRow at = designRow(this, kInstTable);
   requireExplicitInst(at.design, at.row, oacCannotMoveImplicitInst, "moved");
-  visitWithBits(at.design, at.row, [&](Row row) { at.design.insts.orient.set(row, static_cast<std::uint8_t>(orient)); });
+  visitWithBits(at.design, at.row,
+                [&](Row row) { at.design.insts.orient.set(row, static_cast<std::uint8_t>(orient)); });
   instsChanged(at.design);
 }
 

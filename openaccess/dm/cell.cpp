@@ -15,10 +15,13 @@ using kit::LibraryStructure;
 
 class CellViewsOfCell : public kit::OwnedRowsKind {
 protected:
-  const std::vector<kit::Row> &members(const kit::CollectionQuestion &question) const override {
-    static const std::vector<kit::Row> none;
+  kit::RowSpan members(const kit::CollectionQuestion &question) const override {
     auto &structure = static_cast<LibraryStructure &>(question.table->database());
-    return structure.cells().isAlive(question.owner) ? structure.cell(question.owner).cellViews : none;
+    if (!structure.cells().isAlive(question.owner)) {
+      return kit::RowSpan();
+    }
+    const std::vector<kit::Row> &cellViews = structure.cell(question.owner).cellViews;
+    return kit::RowSpan(cellViews.data(), cellViews.size());
   }
   kit::Table &memberTable(const kit::CollectionQuestion &question) const override {
     return static_cast<LibraryStructure &>(question.table->database()).cellViews();

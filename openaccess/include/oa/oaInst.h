@@ -9,11 +9,15 @@ namespace OpenAccess_4 {
 class oaInstHeader;
 class oaInstTerm;
 
-// The placement of a design. The master need not exist. Destroying an instance destroys its instance terminals.
+// The placement of a design. The master need not exist. Destroying an instance destroys its instance terminals. An
+// implicit bit of a vector instance can be read; what would change it raises oacCannotMoveImplicitInst,
+// oacCannotSetMasterImplicitInst and so on. oaFig::copy() and oaFig::destroy() raise oacCannotCopyImplicitInst and
+// oacCannotDestroyImplicitInst.
 //
 // The create functions of all classes raise oacInstNameExists for a name in use, oacInvalidHierInstName for one with
-// "/", oacCannotCreateRecursiveDesign when the given master contains the block's design, and, when parameters are
-// given, oacPcellMasterNotBound or oacParamsSuppliedForNonPCellInstMaster.
+// "/", oacInstNameOverlapsOtherInst for a scalar name that has bits and for bits of a scalar name,
+// oacCannotCreateRecursiveDesign when the given master contains the block's design, and, when parameters are given,
+// oacPcellMasterNotBound or oacParamsSuppliedForNonPCellInstMaster.
 class oaInst : public oaRef {
 public:
   void getLibName(oaScalarName &libName) const;
@@ -40,6 +44,7 @@ public:
   void setPlacementStatus(oaPlacementStatus status);
   void setPriority(oaUInt4 priority);
   oaCollection<oaInstTerm, oaInst> getInstTerms(oaUInt4 filterFlags = oacInstTermIterNotImplicit) const;
+  // Of every class, implicit bits included. NULL when there is none.
   static oaInst *find(const oaBlock *block, const oaSimpleName &name);
 };
 

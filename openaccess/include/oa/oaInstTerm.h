@@ -12,7 +12,9 @@ namespace OpenAccess_4 {
 // The net has as many bits as the terminal (or its name) times the instance. A connection of several bits brings one
 // implicit connection for each bit into being, of the instance's bit where the instance is a vector; bits come in the
 // order of the instance's bits, for each in the order of the terminal's bits. Connections that share bits must have
-// those on the same nets.
+// those on the same nets, or on equivalent ones; one without a net contradicts nobody. Creating the connection of a
+// single bit that exists implicitly makes the same object explicit; destroying it makes it implicit again while it is
+// needed. Connections by position have no bits of their own.
 class oaInstTerm : public oaBlockObject {
 public:
   // Raises oacCannotDestroyImplicitInstTerm.
@@ -28,18 +30,23 @@ public:
   oaUInt4 getTermPosition() const;
   // Of the net; without a net, bits of the terminal times bits of the instance; 0 when that is unknown.
   oaUInt4 getNumBits() const;
-  // The implicit connection of that bit, or this one when it has one bit only. Raises oacInvalidBusNetBitIndex.
+  // The connection of that bit: this one when its name and instance are of a single bit. Raises
+  // oacInvalidBusNetBitIndex beyond the last bit, and for every bit of several by position.
   oaInstTerm *getBit(oaUInt4 bitIndex) const;
   oaBoolean isBound() const;
   oaBoolean isImplicit() const;
   oaBoolean usesTermPosition() const;
-  // Raises oacNetInstTermWidthMismatchForInstTerm, oacCannotModifyImplicitInstTerm.
+  // The bits go along, except where another connection has them on a net. Raise what create() raises about nets,
+  // oacInstTermBitAlreadyExists also for a single bit that one of several bits has on another net, and
+  // oacCannotModifyImplicitInstTerm.
   void addToNet(oaNet *net);
   void removeFromNet();
 
-  // All raise oacInstTermAlreadyExists, oacInstTermBitAlreadyExists, oacInstTermInstImplicit, oacInstTermNetImplicit,
-  // oacNetInstTermWidthMismatchForInstTerm, oacNetAndInstNotInSameDesign, and
-  // oacInstTermMustBeByPosition or oacInstTermMustBeByName when the instance is connected the other way.
+  // All raise oacInstTermAlreadyExists, oacInstTermBitAlreadyExists when a shared bit is on another net,
+  // oacInstTermNetMismatchInRepeatedMembers when a name repeats a bit on different nets, oacInstTermInstImplicit,
+  // oacInstTermNetImplicit, oacNetInstTermWidthMismatchForInstTerm, oacNetAndInstNotInSameDesign, oacInvalidTermName
+  // for an empty name and for more than a million bits, and oacInstTermMustBeByPosition or oacInstTermMustBeByName when
+  // the instance is connected the other way. By position the width is checked as far as the open master tells it.
   //
   // Raises oacTermNotInInstMasterForInstTerm in addition.
   static oaInstTerm *create(oaNet *net, oaInst *inst, oaTerm *term,

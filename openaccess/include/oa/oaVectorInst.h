@@ -36,7 +36,7 @@ public:
 //
 // In addition to what oaInst says, create() raises oacInstNameOverlapsOtherInst when the base name or a bit is in use,
 // oacVectorInstNameMatchesAutoName when the base looks like an automatic name, and oacInvalidNameLength for more than a
-// million bits.
+// million bits. oaFig::copy() raises oacVectorInstNameMatchesAutoName, since a copy would get such a name.
 class oaVectorInst : public oaInst {
 public:
   using oaInst::getName;
@@ -60,7 +60,9 @@ public:
 };
 
 // One instance of a base name: made explicitly, or implicitly as a bit of a vector instance. Implicit bits have the
-// place and the master of their vector instance and cannot be changed or destroyed.
+// place and the master of their vector instance and cannot be changed or destroyed, nor made explicit: create() raises
+// oacInstNameOverlapsOtherInst for them. Base names that look automatic, and copies, raise
+// oacVectorInstBitNameMatchesAutoName.
 class oaVectorInstBit : public oaBitInst {
 public:
   using oaInst::getName;
