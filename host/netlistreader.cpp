@@ -19,7 +19,8 @@ const QString kSchematicView = QStringLiteral("schematic");
 struct Drawing {
   bool isSchematic = false;
   QHash<QString, QString> libraries; // of a placement, by its name and device
-  QSet<QString> ports, globalPorts;  // bit by bit
+  QStringList ports;                 // bit by bit, in the order of the drawing, each once
+  QSet<QString> globalPorts;         // bit by bit
 };
 
 QString placementKey(const QString &name, const QString &device) { return name + QLatin1Char('\n') + device; }
@@ -150,8 +151,12 @@ Drawing NetlistBuilder::readDrawing(const NetlistCell &cell, const QString &view
   for (const SchematicPlacement &placement : model.placements)
     drawing.libraries.insert(placementKey(placement.name, placement.device), placement.library);
   for (const SchematicPort &port : model.ports) {
-    for (const QString &bit : bitNamesOf(port.name))
-      (port.isGlobal ? drawing.globalPorts : drawing.ports).insert(bit);
+    for (const QString &bit : bitNamesOf(port.name)) {
+      if (port.isGlobal)
+        drawing.globalPorts.insert(bit);
+      else
+        drawing.ports.append(bit);
+    }
   }
   return drawing;
 }
@@ -237,15 +242,24 @@ void NetlistBuilder::findPorts(NetlistCell &cell, const Drawing &drawing, const 
         addPort(name, nodes.value(name));
     }
   }
+  QSet<QString> shown;
+  for (const QString &name : drawing.ports) {
+    if (drawing.globalPorts.contains(name))
+      continue;
+    shown.insert(name);
+    const int node = nodes.value(name, -1);
+    if (cell.symbol == nullptr && outside.contains(node) && !taken.contains(node))
+      addPort(name, node);
+  }
   for (const int node : externals) {
     if (taken.contains(node))
       continue;
     const QString &name = cell.nodes[node];
-    const bool isShown = drawing.ports.contains(name) && !drawing.globalPorts.contains(name);
+    const bool isShown = shown.contains(name);
     if (cell.symbol != nullptr && isShown) {
       report_.problem(QStringLiteral("a port of the schematic is no terminal of the symbol"),
                       cell.path() + QStringLiteral(", port ") + name);
-    } else if (cell.symbol == nullptr && (isShown || !drawing.isSchematic)) {
+    } else if (cell.symbol == nullptr && !drawing.isSchematic) {
       addPort(name, node);
     } else {
       cell.globals.push_back(node);

@@ -117,7 +117,8 @@ QByteArray SpiceWriter::write() {
       const QString global = SpiceNames::legal(cell.nodes[node]);
       if (!globals_.contains(global.toLower())) {
         globals_.insert(global.toLower(), global);
-        globalWords.append(global);
+        if (global != QLatin1String("0")) // which is global by itself
+          globalWords.append(global);
       }
     }
   }
