@@ -23,13 +23,12 @@ Database::Database(DatabaseKind kind, oaTypeEnum type)
 
 Database::~Database() = default;
 
-Table *Database::table(std::uint16_t id) const {
-  for (Table *table : tables_) {
-    if (table->id() == id) {
-      return table;
-    }
+void Database::addTable(Table &table) {
+  tables_.push_back(&table);
+  if (table.id() >= tablesById_.size()) {
+    tablesById_.resize(std::size_t(table.id()) + 1);
   }
-  return nullptr;
+  tablesById_[table.id()] = &table;
 }
 
 void Database::clear(bool keepSelf) {

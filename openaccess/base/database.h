@@ -56,7 +56,8 @@ public:
   StringTable &strings() { return *strings_; }
   const StringTable &strings() const { return *strings_; }
   PropertyTable &properties() { return *properties_; }
-  Table *table(std::uint16_t id) const;
+  // NULL when there is none.
+  Table *table(std::uint16_t id) const { return id < tablesById_.size() ? tablesById_[id] : nullptr; }
   const std::vector<Table *> &tables() const { return tables_; }
 
   bool isModified() const { return isModified_; }
@@ -98,7 +99,7 @@ protected:
 
 private:
   friend class Table;
-  void addTable(Table &table) { tables_.push_back(&table); }
+  void addTable(Table &table);
 
   DatabaseKind kind_;
   oaTypeEnum type_;
@@ -106,6 +107,7 @@ private:
   bool hasAbandonedRows_ = false;
   std::unique_ptr<DatabaseImage> image_; // outlives the columns that borrow from it
   std::vector<Table *> tables_;
+  std::vector<Table *> tablesById_; // NULL where there is none
   std::unique_ptr<StringTable> strings_;
   std::unique_ptr<DatabaseTable> databaseTable_;
   std::unique_ptr<PropertyTable> properties_;

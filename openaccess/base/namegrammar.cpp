@@ -1,5 +1,7 @@
 #include "namegrammar.h"
 
+#include "nametext.h"
+
 #include <string>
 
 #include "raise.h"
@@ -9,7 +11,6 @@ namespace kit {
 
 namespace {
 
-constexpr size_t kMaxNameLength = 8024;
 constexpr oaUInt4 kMaxMemberLength = 256;
 
 void appendNumber(oaUInt4 value, oaString &out) {

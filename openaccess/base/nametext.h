@@ -2,12 +2,16 @@
 #ifndef OPENACCESS_NAMETEXT_H
 #define OPENACCESS_NAMETEXT_H
 
+#include <cstddef>
 #include <string>
 
 #include "oa/oaName.h"
 
 namespace OpenAccess_4 {
 namespace kit {
+
+/// Characters of a whole name in its native form. A longer one can be put together from members, but never be read.
+constexpr std::size_t kMaxNameLength = 8024;
 
 /// The directory of a cell, view or library name, in the Unix name space. It consists of letters, digits, _, @ and #,
 /// so it never leaves its parent directory. Raises oacInvalidNameLength for the empty name and for one longer than a

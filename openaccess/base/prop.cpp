@@ -122,6 +122,8 @@ void setRange(const oaProp *prop, std::uint64_t lower, std::uint64_t value, std:
   table.database().touch();
 }
 
+void assign(oaString &out, std::string_view text) { out.assign(text.data(), static_cast<oaUInt4>(text.size())); }
+
 oaString nameIn(const oaProp *prop) {
   oaString name;
   prop->getName(name);
@@ -182,11 +184,10 @@ void oaProp::getValue(oaString &value) const {
     break;
   case oacStringPropType:
   case oacEnumPropType:
-    text = textIn(this);
-    break;
+    // The usual case by far, without a copy on the way.
+    return assign(value, textIn(this));
   case oacAppPropType:
-    text = textIn(this).substr(0, textIn(this).find('\0'));
-    break;
+    return assign(value, textIn(this).substr(0, textIn(this).find('\0')));
   case oacBooleanPropType:
     text = bitsIn(this) != 0 ? "true" : "false";
     break;
@@ -198,7 +199,7 @@ void oaProp::getValue(oaString &value) const {
     text = "oaHierProp";
     break;
   }
-  value.assign(text.data(), static_cast<oaUInt4>(text.size()));
+  assign(value, text);
 }
 
 void oaProp::setName(const oaString &name) {

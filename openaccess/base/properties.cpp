@@ -17,30 +17,33 @@ PropertyTable::PropertyTable(Database &database) : Table(database, kPropertyTabl
       [](const Table &table, Row row) { return static_cast<const PropertyTable &>(table).ownerTable[row]; });
 }
 
+void PropertyTable::checkStored(Row row) const {
+  const std::uint8_t type = kind[row];
+  if (type < oacIntPropType || type > oacEnumPropType) {
+    raiseBase(oacCorruptedDatabase, database().label() + ": damaged: property " + std::to_string(row) +
+                                        " is of unknown type " + std::to_string(type));
+  }
+  // A property that owns itself, directly or in a circle, would make every walk over an owner's properties endless.
+  if (ownerTable[row] == kPropertyTable && ownerRow[row] >= row) {
+    raiseBase(oacInvalidReference, database().label() + ": damaged: property " + std::to_string(row) +
+                                       " belongs to a property that was made later");
+  }
+}
+
 void PropertyTable::buildIndex() {
   if (index_.isBuilt()) {
     return;
   }
   index_.clear();
-  for (Row row = nextAlive(kNoRow); row != kNoRow; row = nextAlive(row)) {
-    const std::uint8_t type = kind[row];
-    if (type < oacIntPropType || type > oacEnumPropType) {
-      raiseBase(oacCorruptedDatabase, database().label() + ": damaged: property " + std::to_string(row) +
-                                          " is of unknown type " + std::to_string(type));
+  index_.fill<std::uint64_t>(rowCount(), [this](Row row, std::uint64_t &owner) {
+    if (kind[row] == 0) {
+      return false;
     }
-    // A property that owns itself, directly or in a circle, would make every walk over an owner's properties endless.
-    if (ownerTable[row] == kPropertyTable && ownerRow[row] >= row) {
-      raiseBase(oacInvalidReference, database().label() + ": damaged: property " + std::to_string(row) +
-                                         " belongs to a property that was made later");
-    }
-    index_.add(key(ownerTable[row], ownerRow[row]), row);
-  }
+    checkStored(row);
+    owner = key(ownerTable[row], ownerRow[row]);
+    return true;
+  });
   index_.setBuilt();
-}
-
-RowSpan PropertyTable::of(const Table &table, Row row) {
-  buildIndex();
-  return index_.rows(key(table.id(), row));
 }
 
 Row PropertyTable::find(const Table &table, Row row, const std::string &wanted) {

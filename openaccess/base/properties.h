@@ -27,7 +27,12 @@ public:
   Column<Row> typeText{*this, 9, "typeText", kNoRow};
 
   // Properties of the object (table, row), in creation order.
-  RowSpan of(const Table &table, Row row);
+  RowSpan of(const Table &table, Row row) {
+    if (!index_.isBuilt()) {
+      buildIndex();
+    }
+    return index_.rows(key(table.id(), row));
+  }
   Row find(const Table &table, Row row, const std::string &name);
   Row add(std::uint8_t kind, const Table &ownerTable, Row ownerRow, Row name);
   // Destroys the properties of an object and theirs.
@@ -38,6 +43,8 @@ public:
 
 private:
   static std::uint64_t key(std::uint16_t tableId, Row row) { return (std::uint64_t(tableId) << 32) | row; }
+  // Raises for a row of a damaged file.
+  void checkStored(Row row) const;
   void buildIndex();
   OwnerIndex index_;
 };

@@ -141,31 +141,40 @@ void Table::loaded() {
 
 void OwnerIndex::clear() {
   isBuilt_ = false;
-  usedSlots_ = 0;
   shift_ = 64;
-  slots_ = std::vector<Slot>();
+  places_ = std::vector<Place>();
+  groups_ = std::vector<Group>();
   rows_ = std::vector<Row>();
 }
 
 void OwnerIndex::enlarge() {
   constexpr unsigned kFirstBits = 4;
-  const unsigned bits = slots_.empty() ? kFirstBits : 64 - shift_ + 1;
-  std::vector<Slot> old(std::size_t(1) << bits);
-  old.swap(slots_);
+  const unsigned bits = places_.empty() ? kFirstBits : 64 - shift_ + 1;
+  std::vector<Place> old(std::size_t(1) << bits);
+  old.swap(places_);
   shift_ = 64 - bits;
-  for (const Slot &slot : old) {
-    if (slot.owner != kFree) {
-      slots_[slotOf(slot.owner)] = slot;
+  for (const Place &place : old) {
+    if (place.group != kNoGroup) {
+      places_[placeOf(place.group)] = place;
     }
   }
 }
 
-void OwnerIndex::makeRoom(Slot &slot) {
-  if (slot.begin + slot.room == rows_.size()) {
-    rows_.push_back(kNoRow);
-    ++slot.room;
-    return;
+std::size_t OwnerIndex::groupFor(std::uint64_t group) {
+  if (groups_.size() * 2 >= places_.size()) {
+    enlarge();
   }
+  Place &place = places_[placeOf(group)];
+  if (place.group == kNoGroup) {
+    place.group = group;
+    place.slots = groups_.size();
+    groups_.emplace_back();
+  }
+  return place.slots;
+}
+
+// Moves a full slot to the end of the array.
+void OwnerIndex::makeRoom(Slot &slot) {
   const std::uint32_t room = std::max<std::uint32_t>(slot.room * 2, 1);
   const std::size_t begin = rows_.size();
   rows_.resize(begin + room, kNoRow);
@@ -176,31 +185,40 @@ void OwnerIndex::makeRoom(Slot &slot) {
 }
 
 void OwnerIndex::add(std::uint64_t owner, Row row) {
-  if (usedSlots_ * 2 >= slots_.size()) {
-    enlarge();
-  }
-  Slot &slot = slots_[slotOf(owner)];
-  if (slot.owner == kFree) {
-    slot.owner = owner;
+  Slot &slot = slotFor(owner);
+  if (slot.room == 0) {
     slot.begin = rows_.size();
-    ++usedSlots_;
   }
+  const bool isLast = slot.size == 0 || rows_[slot.begin + slot.size - 1] < row;
   if (slot.size == slot.room) {
-    makeRoom(slot);
+    if (slot.begin + slot.room == rows_.size()) {
+      rows_.push_back(row);
+      ++slot.room;
+    } else {
+      makeRoom(slot);
+    }
+  }
+  ++slot.size;
+  if (isLast) {
+    rows_[slot.begin + slot.size - 1] = row;
+    return;
   }
   const auto begin = rows_.begin() + static_cast<std::ptrdiff_t>(slot.begin);
   const auto end = begin + slot.size;
-  const auto place = slot.size == 0 || *(end - 1) < row ? end : std::lower_bound(begin, end, row);
-  std::copy_backward(place, end, end + 1);
+  const auto place = std::lower_bound(begin, end - 1, row);
+  std::copy_backward(place, end - 1, end);
   *place = row;
-  ++slot.size;
 }
 
 void OwnerIndex::remove(std::uint64_t owner, Row row) {
-  if (slots_.empty()) {
+  if (places_.empty()) {
     return;
   }
-  Slot &slot = slots_[slotOf(owner)];
+  const Place &group = places_[placeOf(owner >> kGroupShift)];
+  if (group.group == kNoGroup) {
+    return;
+  }
+  Slot &slot = groups_[group.slots].slots[owner & (kGroupSlots - 1)];
   const auto begin = rows_.begin() + static_cast<std::ptrdiff_t>(slot.begin);
   const auto end = begin + slot.size;
   const auto place = std::lower_bound(begin, end, row);

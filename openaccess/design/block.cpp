@@ -113,6 +113,7 @@ void oaBlock::destroy() {
   DesignDatabase &design = designOf(this);
   // Instances before nets, since their terminals sit on nets; shapes last, since nothing hangs on them.
   destroyAll(instNames(design), design.insts);
+  destroyAll(design, design.vias);
   destroyAll(netNames(design), design.nets);
   for (Table *defs : {static_cast<Table *>(&design.vectorInstDefs), static_cast<Table *>(&design.busNetDefs),
                       static_cast<Table *>(&design.busTermDefs)}) {

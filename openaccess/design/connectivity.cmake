@@ -15,6 +15,11 @@ set(connectivity_sources
   net.cpp
   pin.cpp
   ref.cpp
+  stdviamaster.cpp
   term.cpp
   vectorinst.cpp
-  via.cpp)
+  via.cpp
+  viabinding.cpp
+  viaheader.cpp
+  viatables.cpp
+  viavalues.cpp)

@@ -4,6 +4,7 @@
 #include "figureindexes.h"
 #include "multibit.h"
 #include "properties.h"
+#include "viareferences.h"
 
 #include <typeinfo>
 
@@ -18,12 +19,10 @@ void buildOwnerIndex(OwnerIndex &index, const TableType &table, const Column<Row
     return;
   }
   index.clear();
-  for (Row row = table.nextAlive(kNoRow); row != kNoRow; row = table.nextAlive(row)) {
-    const Row owner = owners[row];
-    if (owner != kNoRow) {
-      index.add(owner, row);
-    }
-  }
+  index.fill<Row>(table.rowCount(), [&](Row row, Row &owner) {
+    owner = owners[row];
+    return owner != kNoRow && table.isAlive(row);
+  });
   index.setBuilt();
 }
 
@@ -134,6 +133,11 @@ void connectivityRowIsGoing(DesignDatabase &design, Table &table, Row row) {
     break;
   case kInstTermTable:
     instTermIsGoing(design, row);
+    break;
+  case kViaTable:
+    viaIsGoing(design, row);
+    break;
+  case kViaHeaderTable: // its parameters go with it
     break;
   default:
     return;

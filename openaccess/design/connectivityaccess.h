@@ -69,6 +69,7 @@ constexpr oaUInt4 kTermTypeOfBusMember = 1147;
 constexpr oaUInt4 kGlobalOfImplicitNet = 1612;
 constexpr oaUInt4 kSigTypeOfImplicitNet = 1613;
 constexpr oaUInt4 kInvalidInstTermIterFlags = 1180;
+constexpr oaUInt4 kViaOnMultiBitNet = 1424;
 
 // Look-ups, built at first need.
 NameIndex &netsByName(DesignDatabase &design);

@@ -51,7 +51,7 @@ InstHeaderTable::InstHeaderTable(Database &database)
   view.refersTo(kStringTable);
 }
 
-InstTable::InstTable(Database &database) : Table(database, kInstTable, "insts", TableLife::kinds) {
+InstTable::InstTable(Database &database) : RefTable(database, kInstTable, "insts") {
   setKindColumn(kind);
   header.refersTo(kInstHeaderTable);
   name.refersTo(kStringTable);

@@ -1,7 +1,7 @@
 #ifndef OAKIT_CONNECTIVITYTABLES_H
 #define OAKIT_CONNECTIVITYTABLES_H
 
-// Nets, terminals, pins, instances, instance terminals, vias.
+// Nets, terminals, pins, instances, instance terminals. Vias are in viatables.h.
 
 #include "designtables.h"
 
@@ -105,14 +105,20 @@ public:
   Column<oaBox> masterBox{*this, 6, "masterBox"};
 };
 
-class InstTable : public Table {
+// What instances and vias have in common: a place.
+class RefTable : public Table {
+public:
+  RefTable(Database &database, std::uint16_t id, const char *name) : Table(database, id, name, TableLife::kinds) {}
+  Column<oaPoint> origin{*this, 4, "origin"};
+  Column<std::uint8_t> orient{*this, 5, "orient"};
+};
+
+class InstTable : public RefTable {
 public:
   explicit InstTable(Database &database);
   Column<std::uint8_t> kind{*this, 1, "kind"};
   Column<Row> header{*this, 2, "header", kNoRow};
   Column<Row> name{*this, 3, "name", kNoRow};
-  Column<oaPoint> origin{*this, 4, "origin"};
-  Column<std::uint8_t> orient{*this, 5, "orient"};
   Column<std::uint8_t> placementStatus{*this, 6, "placementStatus"};
   Column<Row> array{*this, 7, "array", kNoRow}; // row of the array table, for array instances
   Column<Row> pin{*this, 8, "pin", kNoRow};

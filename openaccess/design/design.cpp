@@ -87,6 +87,10 @@ void oaDesign::getViewName(const oaNameSpace &ns, oaString &viewName) const {
 }
 
 oaLib *oaDesign::getLib() const {
+  if (isStdViaMaster()) {
+    raiseDesign(oacCannotFindObjectForViaMaster,
+                designOf(this).label() + ": lives in memory only and belongs to no library");
+  }
   const Library *library = designOf(this).library();
   return library == nullptr ? nullptr : library->handle();
 }
@@ -133,14 +137,6 @@ oaBoolean oaDesign::isSubMaster() const {
   return false;
 }
 
-oaBoolean oaDesign::isStdViaMaster() const {
-  designOf(this);
-  return false;
-}
-
-void oaDesign::getParams(oaViaParam &) const {
-  raiseNotParametric(this, oacInvalidStdViaMaster, "the master of a standard via");
-}
 void oaDesign::getParams(oaParamArray &) const { raiseNotParametric(this, oacInvalidPcellMaster, "parametric"); }
 void oaDesign::getParams(oaParamArray &, oaBoolean) const {
   raiseNotParametric(this, oacInvalidPcellMaster, "parametric");
@@ -166,9 +162,9 @@ void oaDesign::openHier(oaUInt4 numLevels) {
     std::vector<DesignDatabase *> below;
     for (DesignDatabase *design : level) {
       bindMasters(*design);
-      for (const auto &bound : design->boundMasters) {
-        if (seen.insert(bound.second).second) {
-          below.push_back(bound.second);
+      for (DesignDatabase *master : design->masters()) {
+        if (seen.insert(master).second) {
+          below.push_back(master);
         }
       }
     }
@@ -178,9 +174,9 @@ void oaDesign::openHier(oaUInt4 numLevels) {
 
 oaBoolean oaDesign::hasReference(const oaDesign *design) const {
   const DesignDatabase &wanted = designOf(design);
-  const DesignDatabase &self = designOf(this);
-  return std::any_of(self.boundMasters.begin(), self.boundMasters.end(),
-                     [&](const auto &bound) { return reachesThroughMasters(*bound.second, wanted); });
+  const std::vector<DesignDatabase *> masters = designOf(this).masters();
+  return std::any_of(masters.begin(), masters.end(),
+                     [&](const DesignDatabase *master) { return reachesThroughMasters(*master, wanted); });
 }
 
 oaBoolean oaDesign::hasRecursion() const { return hasReference(this); }

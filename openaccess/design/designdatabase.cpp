@@ -8,7 +8,9 @@
 #include "oa/oaException.h"
 #include "oa/oaTech.h"
 #include "references.h"
+#include "stdviamaster.h"
 #include "textdisplay.h"
+#include "viareferences.h"
 #include "viewtypes.h"
 
 #include <algorithm>
@@ -75,11 +77,24 @@ void DesignDatabase::release(DesignDatabase &design) {
 
 void DesignDatabase::forgetMasters() {
   // Emptied first: a master that goes tells its users so.
-  const std::unordered_map<Row, DesignDatabase *> masters = std::move(boundMasters);
+  const std::vector<DesignDatabase *> forgotten = masters();
   boundMasters.clear();
-  for (const auto &entry : masters) {
-    release(*entry.second);
+  boundVias.clear();
+  for (DesignDatabase *master : forgotten) {
+    release(*master);
   }
+}
+
+std::vector<DesignDatabase *> DesignDatabase::masters() const {
+  std::vector<DesignDatabase *> masters;
+  masters.reserve(boundMasters.size() + boundVias.size());
+  for (const auto &entry : boundMasters) {
+    masters.push_back(entry.second);
+  }
+  for (const auto &entry : boundVias) {
+    masters.push_back(entry.second.master);
+  }
+  return masters;
 }
 
 oaTech *DesignDatabase::tech() {
@@ -119,6 +134,9 @@ void DesignDatabase::initialiseNew() {
   if (type != kNoRow) {
     attributes.viewType.set(row, strings().intern(ViewTypes::instance().nameOf(type)));
   }
+  if (stdViaMaster != nullptr) {
+    drawStdVia(*this, *stdViaMaster);
+  }
 }
 
 void DesignDatabase::contentsChanged() {
@@ -127,13 +145,14 @@ void DesignDatabase::contentsChanged() {
   }
   for (OwnerIndex *index :
        {&termsOfNet, &pinsOfTerm, &instsOfHeader, &instTermsOfInst, &instTermsOfNet, &shapesOfLpp, &shapesOfNet,
-        &shapesOfPin, &instsOfPin, &displaysOfObject, &equivalentNets, &instTermsOfInstTerm}) {
+        &shapesOfPin, &instsOfPin, &viasOfNet, &viasOfPin, &displaysOfObject, &equivalentNets, &instTermsOfInstTerm}) {
     index->clear();
   }
   for (BitsIndexes *indexes : {&netBitsIndexes, &termBitsIndexes, &instBitsIndexes}) {
     indexes->clear();
   }
   connectivity.clear();
+  viaState.clear();
   nextNetNumber = nextInstNumber = nextPinNumber = 0;
   lastLpp_ = kNoRow;
   lppNumbers_.clear();
@@ -193,7 +212,8 @@ void DesignDatabase::rowIsGoing(Table &table, Row row) {
 }
 
 const oaBox &DesignDatabase::blockBox() {
-  if (blockBoxGeneration_ == boxGeneration_ || isFindingBlockBox_) {
+  const bool areViasCurrent = viaHeaders.rowCount() == 0 || areViaMastersCurrent(*this);
+  if ((blockBoxGeneration_ == boxGeneration_ && areViasCurrent) || isFindingBlockBox_) {
     return blockBox_;
   }
   isFindingBlockBox_ = true;

@@ -9,7 +9,10 @@
 #include "designtables.h"
 #include "opendatabase.h"
 #include "shapetables.h"
+#include "viastate.h"
+#include "viatables.h"
 
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -20,6 +23,8 @@ class oaDesign;
 class oaTech;
 
 namespace kit {
+
+struct StdViaMaster;
 
 class DesignDatabase : public OpenDatabase {
 public:
@@ -76,23 +81,35 @@ public:
   MemberTable instMembers{*this, kInstMemberTable, "instMembers", kInstTable};
   BitsDefTable vectorInstDefs{*this, kVectorInstDefTable, "vectorInstDefs"};
   MemberTable instTermMembers{*this, kInstTermMemberTable, "instTermMembers", kInstTermTable};
+  ViaHeaderTable viaHeaders{*this};
+  ViaTable vias{*this};
+  ViaParamTable viaParams{*this};
+  MissingCutTable viaMissingCuts{*this, kViaMissingCutTable};
+
+  // Of a master of standard vias what it is made from; NULL for all other designs.
+  std::unique_ptr<StdViaMaster> stdViaMaster;
 
   // Look-ups, each built by the room that uses it.
   NameIndex netsByName, termsByName, instsByName;
   ConnectivityState connectivity;
+  ViaState viaState;
   BitsIndexes netBitsIndexes, termBitsIndexes, instBitsIndexes;
   OwnerIndex equivalentNets;      // net named in NetTable::equivalents -> nets of the set
   OwnerIndex instTermsOfInstTerm; // implicit connection -> connections of several bits that it is a bit of
   OwnerIndex termsOfNet, pinsOfTerm, instsOfHeader, instTermsOfInst, instTermsOfNet;
   // These are read and written through figureindexes.h only: rows that were destroyed or have left their owner stay in
   // them and are skipped.
-  OwnerIndex shapesOfLpp, shapesOfNet, shapesOfPin, instsOfPin, displaysOfObject;
+  OwnerIndex shapesOfLpp, shapesOfNet, shapesOfPin, instsOfPin, viasOfNet, viasOfPin, displaysOfObject;
   // Next numbers for automatic names.
   std::uint32_t nextNetNumber = 0, nextInstNumber = 0, nextPinNumber = 0;
   // Masters that instance headers have bound: header row -> design. Each holds one reference of the master's count;
   // forgetMasters() gives them back.
   std::unordered_map<Row, DesignDatabase *> boundMasters;
+  // The same for headers of vias.
+  std::unordered_map<Row, BoundVia> boundVias;
   void forgetMasters();
+  // Of instances and vias; some may be there more than once.
+  std::vector<DesignDatabase *> masters() const;
   // One reference less; the last one purges the design.
   static void release(DesignDatabase &design);
 
@@ -149,9 +166,11 @@ public:
 
   // Hides Database::touch() for the sake of instances, whose changes are told by this alone.
   void touch() {
-    ++boxGeneration_;
+    boxMayChange();
     Database::touch();
   }
+  // By something outside of the design.
+  static void boxMayChange() { ++boxGeneration_; }
 
 protected:
   void rowIsGoing(Table &table, Row row) override;

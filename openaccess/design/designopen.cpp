@@ -167,13 +167,6 @@ oaDesign *oaDesign::open(const oaScalarName &libName, const oaScalarName &cellNa
   return design;
 }
 
-oaDesign *oaDesign::open(oaStdViaDef *viaDef, oaViaParam *) {
-  oaString name;
-  viaDef->getName(name);
-  raiseBase(oacNotYetSupported,
-            "via definition " + std::string(name) + ": masters of standard vias are not supported yet");
-}
-
 oaDesign *oaDesign::open(oaCustomViaDef *viaDef, oaParamArray *params) {
   oaScalarName lib, cell, view;
   viaDef->getLibName(lib);

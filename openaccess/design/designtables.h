@@ -47,6 +47,7 @@ enum DesignTableId : std::uint16_t {
   kViaTable = 51,
   kViaParamTable = 52,
   kParamTable = 53,
+  kViaMissingCutTable = 54,
 };
 
 class DesignAttributesTable : public Table { // one row

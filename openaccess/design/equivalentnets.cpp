@@ -32,13 +32,14 @@ void setPreferred(DesignDatabase &design, Row net, bool isPreferred) {
 }
 
 void moveTo(DesignDatabase &design, Row net, Row set) {
+  OwnerIndex &index = equivalentNets(design); // built before the column changes
   const Row old = design.nets.equivalents[net];
   if (old != kNoRow) {
-    equivalentNets(design).remove(old, net);
+    index.remove(old, net);
   }
   design.nets.equivalents.set(net, set);
   if (set != kNoRow) {
-    equivalentNets(design).add(set, net);
+    index.add(set, net);
   }
 }
 

@@ -1,6 +1,6 @@
 #include "oa/oaFig.h"
 
-#include "connectivity.h"
+#include "connectivityaccess.h"
 #include "figureindexes.h"
 #include "multibit.h"
 #include "oa/oaBlock.h"
@@ -155,8 +155,13 @@ void oaConnFig::addToNet(oaNet *net) {
     raiseDesign(oacCannotAddFigToImplicitNet, design.label() + ": " + netNames(design).describe(to) +
                                                   " is implicit and takes no figures; create it first");
   }
-  if (table.id() != kShapeTable) {
-    raiseBase(oacNotYetSupported, design.label() + ": instances and vias cannot be on nets");
+  if (table.id() == kInstTable) {
+    raiseBase(oacNotYetSupported, design.label() + ": instances cannot be on nets");
+  }
+  const std::uint8_t kind = design.nets.kind[to];
+  if (table.id() == kViaTable && (kind == oacBusNetType || kind == oacBundleNetType)) {
+    raiseDesign(kViaOnMultiBitNet, design.label() + ": " + netNames(design).describe(to) +
+                                       " has several bits; a via can only be on a net of one bit");
   }
   setNetOfFigure(design, table, rowOf(this), to);
 }

@@ -6,6 +6,7 @@
 #include "oa/oaShape.h"
 
 #include <algorithm>
+#include <array>
 
 namespace OpenAccess_4 {
 namespace kit {
@@ -71,42 +72,86 @@ private:
 const Column<Row> &lppColumn(const ShapeTable &shapes) { return shapes.lpp; }
 const Column<Row> &netColumn(const ShapeTable &shapes) { return shapes.net; }
 
-// Figures of a pin. The question's table is that of the pins, its owner the pin; a position at or above kInstPositions
-// stands for an instance.
-class PinFigsKind : public CollectionKind {
-public:
-  oaObject *next(const CollectionQuestion &question, Row &position, Row &hint) const override {
-    DesignDatabase &design = designOf(*question.table);
-    // `hint` 0: among the shapes; 1: among the instances.
-    if (hint == 0) {
-      build(design.shapesOfPin, design.shapes, design.shapes.pin);
-      if (const Row row = after(design.shapesOfPin, design.shapes, design.shapes.pin, question.owner, position);
-          row != kNoRow) {
-        position = row;
-        return design.shapes.handle(row);
-      }
-      hint = 1;
-      position = kNoRow;
-    }
-    build(design.instsOfPin, design.insts, design.insts.pin);
-    const Row row = after(design.instsOfPin, design.insts, design.insts.pin, question.owner, position);
-    if (row == kNoRow) {
-      return nullptr;
-    }
-    position = row;
-    return design.insts.handle(row);
-  }
+// The tables whose rows may be on a net or in a pin, with the column that says on or in which.
+struct Figures {
+  Table *table;
+  Column<Row> *owners;
+  OwnerIndex *index;
 
-private:
-  static Row after(const OwnerIndex &index, const Table &table, const Column<Row> &owners, Row owner, Row position) {
-    const RowSpan rows = index.rows(owner);
+  void buildIndex() const { build(*index, *table, *owners); }
+  // The next figure of the owner after `position` (kNoRow: the first), or kNoRow.
+  Row after(Row owner, Row position) const {
+    buildIndex();
+    const RowSpan rows = index->rows(owner);
     auto place = position == kNoRow ? rows.begin() : std::upper_bound(rows.begin(), rows.end(), position);
     for (; place != rows.end(); ++place) {
-      if (owners[*place] == owner && table.isAlive(*place)) {
+      if ((*owners)[*place] == owner && table->isAlive(*place)) {
         return *place;
       }
     }
     return kNoRow;
+  }
+  void set(Row figure, Row owner) const {
+    owners->set(figure, owner);
+    if (owner != kNoRow && index->isBuilt()) {
+      addOnce(*index, owner, figure);
+    }
+  }
+  void leave(Row owner) const {
+    buildIndex();
+    visitMembers(*index, *table, *owners, owner, [&](Row figure) { owners->set(figure, kNoRow); });
+  }
+};
+
+std::array<Figures, 2> netFigures(DesignDatabase &design) {
+  return {
+      {{&design.shapes, &design.shapes.net, &design.shapesOfNet}, {&design.vias, &design.vias.net, &design.viasOfNet}}};
+}
+
+std::array<Figures, 3> pinFigures(DesignDatabase &design) {
+  return {{{&design.shapes, &design.shapes.pin, &design.shapesOfPin},
+           {&design.insts, &design.insts.pin, &design.instsOfPin},
+           {&design.vias, &design.vias.pin, &design.viasOfPin}}};
+}
+
+// The figures of one table, NULL when none of its rows can have such an owner.
+template <typename Set> const Figures *figuresIn(const Set &set, const Table &table) {
+  for (const Figures &figures : set) {
+    if (figures.table == &table) {
+      return &figures;
+    }
+  }
+  return nullptr;
+}
+
+// Figures of a pin. The question's table is that of the pins, its owner the pin; `hint` is the place of the table that
+// `position` is a row of.
+class PinFigsKind : public CollectionKind {
+public:
+  oaObject *next(const CollectionQuestion &question, Row &position, Row &hint) const override {
+    const auto set = pinFigures(designOf(*question.table));
+    for (; hint < set.size(); ++hint) {
+      if (const Row row = set[hint].after(question.owner, position); row != kNoRow) {
+        position = row;
+        return set[hint].table->handle(row);
+      }
+      position = kNoRow;
+    }
+    return nullptr;
+  }
+};
+
+// Vias on a net. The question's table is that of the vias.
+class NetViasKind : public CollectionKind {
+public:
+  oaObject *next(const CollectionQuestion &question, Row &position, Row &) const override {
+    DesignDatabase &design = designOf(*question.table);
+    const Row row = netFigures(design)[1].after(question.owner, position);
+    if (row == kNoRow) {
+      return nullptr;
+    }
+    position = row;
+    return design.vias.handle(row);
   }
 };
 
@@ -157,66 +202,65 @@ oaCollection<oaPinFig, oaPin> figsInPin(DesignDatabase &design, Row pin) {
   return CollectionAccess::make<oaCollection<oaPinFig, oaPin>>(kind, &design.pins, pin);
 }
 
-Row netOfFigure(const DesignDatabase &design, const Table &table, Row figure) {
-  return &table == &design.shapes ? design.shapes.net[figure] : kNoRow;
+oaCollection<oaVia, oaNet> viasOnNet(DesignDatabase &design, Row net) {
+  static const NetViasKind kind;
+  return CollectionAccess::make<oaCollection<oaVia, oaNet>>(kind, &design.vias, net);
 }
 
-Row pinOfFigure(const DesignDatabase &design, const Table &table, Row figure) {
-  if (&table == &design.shapes) {
-    return design.shapes.pin[figure];
-  }
-  return &table == &design.insts ? design.insts.pin[figure] : kNoRow;
+Row netOfFigure(DesignDatabase &design, const Table &table, Row figure) {
+  const auto set = netFigures(design);
+  const Figures *figures = figuresIn(set, table);
+  return figures == nullptr ? kNoRow : (*figures->owners)[figure];
+}
+
+Row pinOfFigure(DesignDatabase &design, const Table &table, Row figure) {
+  const auto set = pinFigures(design);
+  const Figures *figures = figuresIn(set, table);
+  return figures == nullptr ? kNoRow : (*figures->owners)[figure];
 }
 
 void setNetOfFigure(DesignDatabase &design, Table &table, Row figure, Row net) {
-  if (&table != &design.shapes) {
-    return;
+  const auto set = netFigures(design);
+  if (const Figures *figures = figuresIn(set, table)) {
+    figures->set(figure, net);
+    design.touch();
   }
-  design.shapes.net.set(figure, net);
-  if (net != kNoRow && design.shapesOfNet.isBuilt()) {
-    addOnce(design.shapesOfNet, net, figure);
-  }
-  design.touch();
 }
 
 void setPinOfFigure(DesignDatabase &design, Table &table, Row figure, Row pin) {
-  const bool isShape = &table == &design.shapes;
-  (isShape ? design.shapes.pin : design.insts.pin).set(figure, pin);
-  OwnerIndex &index = isShape ? design.shapesOfPin : design.instsOfPin;
-  if (pin != kNoRow && index.isBuilt()) {
-    addOnce(index, pin, figure);
+  const auto set = pinFigures(design);
+  if (const Figures *figures = figuresIn(set, table)) {
+    figures->set(figure, pin);
+    design.touch();
   }
-  design.touch();
 }
 
 void leaveNet(DesignDatabase &design, Row net) {
-  build(design.shapesOfNet, design.shapes, design.shapes.net);
-  visitMembers(design.shapesOfNet, design.shapes, design.shapes.net, net,
-               [&](Row shape) { design.shapes.net.set(shape, kNoRow); });
+  for (const Figures &figures : netFigures(design)) {
+    figures.leave(net);
+  }
 }
 
 void leavePin(DesignDatabase &design, Row pin) {
-  build(design.shapesOfPin, design.shapes, design.shapes.pin);
-  visitMembers(design.shapesOfPin, design.shapes, design.shapes.pin, pin,
-               [&](Row shape) { design.shapes.pin.set(shape, kNoRow); });
-  build(design.instsOfPin, design.insts, design.insts.pin);
-  visitMembers(design.instsOfPin, design.insts, design.insts.pin, pin,
-               [&](Row inst) { design.insts.pin.set(inst, kNoRow); });
+  for (const Figures &figures : pinFigures(design)) {
+    figures.leave(pin);
+  }
 }
 
 bool isNetWithoutFigures(DesignDatabase &design, Row net) {
-  build(design.shapesOfNet, design.shapes, design.shapes.net);
-  bool isEmpty = true;
-  visitMembers(design.shapesOfNet, design.shapes, design.shapes.net, net, [&](Row) { isEmpty = false; });
-  return isEmpty;
+  const auto set = netFigures(design);
+  return std::all_of(set.begin(), set.end(),
+                     [&](const Figures &figures) { return figures.after(net, kNoRow) == kNoRow; });
 }
 
 void moveFiguresToNet(DesignDatabase &design, Row from, Row to) {
-  build(design.shapesOfNet, design.shapes, design.shapes.net);
-  const std::vector<Row> rows = design.shapesOfNet.rows(from).copy();
-  for (const Row shape : rows) {
-    if (design.shapes.net[shape] == from && design.shapes.isAlive(shape)) {
-      setNetOfFigure(design, design.shapes, shape, to);
+  for (const Figures &figures : netFigures(design)) {
+    figures.buildIndex();
+    const std::vector<Row> rows = figures.index->rows(from).copy();
+    for (const Row figure : rows) {
+      if ((*figures.owners)[figure] == from && figures.table->isAlive(figure)) {
+        setNetOfFigure(design, *figures.table, figure, to);
+      }
     }
   }
 }

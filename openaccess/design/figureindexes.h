@@ -16,19 +16,21 @@ class oaLPPHeader;
 class oaNet;
 class oaPin;
 class oaShape;
+class oaVia;
 
 namespace kit {
 
-// Members in creation order; shapes and instances of a pin: shapes first.
+// Members in creation order; of a pin: shapes, then instances, then vias.
 oaCollection<oaShape, oaLPPHeader> shapesOnLpp(DesignDatabase &design, Row lpp);
 oaCollection<oaShape, oaNet> shapesOnNet(DesignDatabase &design, Row net);
+oaCollection<oaVia, oaNet> viasOnNet(DesignDatabase &design, Row net);
 oaCollection<oaPinFig, oaPin> figsInPin(DesignDatabase &design, Row pin);
 
-// The figure (a row of the shapes or instances) joins a net or pin, or leaves it for kNoRow. No checks.
+// The figure (a row of the shapes, instances or vias) joins a net or pin, or leaves it for kNoRow. No checks.
 void setNetOfFigure(DesignDatabase &design, Table &table, Row figure, Row net);
 void setPinOfFigure(DesignDatabase &design, Table &table, Row figure, Row pin);
-Row netOfFigure(const DesignDatabase &design, const Table &table, Row figure);
-Row pinOfFigure(const DesignDatabase &design, const Table &table, Row figure);
+Row netOfFigure(DesignDatabase &design, const Table &table, Row figure);
+Row pinOfFigure(DesignDatabase &design, const Table &table, Row figure);
 // A net or pin is going: its figures stay, without it.
 void leaveNet(DesignDatabase &design, Row net);
 void leavePin(DesignDatabase &design, Row pin);

@@ -1,6 +1,9 @@
 #include "oa/oaInstHeader.h"
 
 #include "instaccess.h"
+#include "references.h"
+#include "viaaccess.h"
+#include "viareferences.h"
 
 #include <iterator>
 #include <unordered_set>
@@ -133,9 +136,9 @@ bool reachesThroughMasters(const DesignDatabase &design, const DesignDatabase &w
     if (found[next] == &wanted) {
       return true;
     }
-    for (const auto &entry : found[next]->boundMasters) {
-      if (seen.insert(entry.second).second) {
-        found.push_back(entry.second);
+    for (const DesignDatabase *master : found[next]->masters()) {
+      if (seen.insert(master).second) {
+        found.push_back(master);
       }
     }
   }
@@ -147,6 +150,9 @@ void masterIsGoing(const DesignDatabase &master) {
     for (auto entry = design->boundMasters.begin(); entry != design->boundMasters.end();) {
       entry = entry->second == &master ? design->boundMasters.erase(entry) : std::next(entry);
     }
+    for (auto entry = design->boundVias.begin(); entry != design->boundVias.end();) {
+      entry = entry->second.master == &master ? design->boundVias.erase(entry) : std::next(entry);
+    }
   }
 }
 
@@ -154,6 +160,7 @@ void storeMasterBoxes(DesignDatabase &design) {
   for (const auto &entry : design.boundMasters) {
     design.instHeaders.masterBox.set(entry.first, masterBoxOf(design, entry.first));
   }
+  storeViaMasters(design);
 }
 
 } // namespace kit
@@ -176,42 +183,62 @@ protected:
 
 } // namespace
 
+// Headers of vias are told apart by their table.
+namespace {
+
+bool isOfVias(const oaRefHeader *header) { return liveTable(header).id() == kViaHeaderTable; }
+
+DesignRow refHeaderRow(const oaRefHeader *header) {
+  return isOfVias(header) ? viaHeaderRow(header) : designRow(header, kInstHeaderTable);
+}
+
+} // namespace
+
 oaDesign *oaRefHeader::getMaster() const {
-  const DesignRow at = designRow(this, kInstHeaderTable);
-  return bindMaster(at.design, at.row);
+  const DesignRow at = refHeaderRow(this);
+  return isOfVias(this) ? bindViaMaster(at.design, at.row) : bindMaster(at.design, at.row);
 }
 
 void oaRefHeader::getMasterBBox(oaBox &bBox) const {
-  const DesignRow at = designRow(this, kInstHeaderTable);
-  bBox = masterBoxOf(at.design, at.row);
+  const DesignRow at = refHeaderRow(this);
+  bBox = isOfVias(this) ? viaMasterBox(at.design, at.row) : masterBoxOf(at.design, at.row);
 }
 
 void oaRefHeader::getBBox(oaBox &bBox) const {
-  const DesignRow at = designRow(this, kInstHeaderTable);
+  const DesignRow at = refHeaderRow(this);
+  Table &refs = isOfVias(this) ? static_cast<Table &>(at.design.vias) : at.design.insts;
   bBox.init();
-  for (const Row inst : instsOfHeader(at.design).rows(at.row)) {
-    oaBox box;
-    objectAt<oaInst>(at.design.insts, inst)->getBBox(box);
-    bBox.merge(box);
+  for (const Row ref : (isOfVias(this) ? viasOfHeader(at.design) : instsOfHeader(at.design)).rows(at.row)) {
+    const oaBox box = refBox(at.design, refs, ref);
+    if (!box.isInverted()) {
+      bBox.merge(box);
+    }
   }
 }
 
 oaRefHeader *oaRefHeader::getSuperHeader() const {
-  (void)designRow(this, kInstHeaderTable);
-  return nullptr;
+  const DesignRow at = refHeaderRow(this);
+  if (!isSubHeader()) {
+    return nullptr;
+  }
+  const ViaHeaderTable &headers = at.design.viaHeaders;
+  return objectAt<oaRefHeader>(at.design.viaHeaders, checkedRow(headers, headers.super[at.row], "a via header"));
 }
 
 oaBoolean oaRefHeader::isBound() const {
-  const DesignRow at = designRow(this, kInstHeaderTable);
-  return at.design.boundMasters.count(at.row) != 0;
+  const DesignRow at = refHeaderRow(this);
+  return isOfVias(this) ? isViaBound(at.design, at.row) : at.design.boundMasters.count(at.row) != 0;
 }
 
 oaBoolean oaRefHeader::isSuperHeader() const {
-  (void)designRow(this, kInstHeaderTable);
-  return false;
+  const DesignRow at = refHeaderRow(this);
+  return isOfVias(this) && kit::isSuperHeader(at.design, at.row);
 }
 
-oaBoolean oaRefHeader::isSubHeader() const { return isSuperHeader(); }
+oaBoolean oaRefHeader::isSubHeader() const {
+  const DesignRow at = refHeaderRow(this);
+  return isOfVias(this) && kit::isSubHeader(at.design, at.row);
+}
 
 void oaInstHeader::getLibName(oaScalarName &libName) const {
   const DesignRow at = instHeaderRow(this);

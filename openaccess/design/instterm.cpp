@@ -90,6 +90,7 @@ oaInstTerm *connectByName(const DesignRow &inst, oaNet *net, const oaName &termN
     refuse(inst.design, oacInvalidTermName,
            instNames(inst.design).describe(inst.row) + ": a connection needs the name of a terminal");
   }
+  checkLength(inst.design, "terminal", termName);
   const Row netAt = checkNew(inst, net, false);
   Connections connections(inst.design);
   const Row known = connections.find(inst.row, keyOfTerm(termName));

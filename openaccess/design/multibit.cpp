@@ -308,7 +308,9 @@ MemberTable::Member MultiBit::member(Row object, std::uint32_t index) const {
 BitsTable::Range MultiBit::range(Row object) const { return family_.ranges.range[rangeRow(object)]; }
 
 Row MultiBit::def(Row object) const {
-  if (isScalar(object) || isBundle(object)) {
+  // By the kind: clients of a bit or range rely on its definition.
+  const std::uint8_t kind = family_.kind[object];
+  if (kind != family_.bitKind && kind != family_.rangeKind) {
     return kNoRow;
   }
   return family_.defs.checkRow(family_.ranges.def[rangeRow(object)], family_.what);
@@ -465,7 +467,7 @@ std::string MultiBit::text(Row object) const {
 
 void MultiBit::checkScalarText(const std::string &text) const {
   if (text.empty()) {
-    refuse(family_.design, family_.emptyNameId, std::string("a ") + family_.what + " needs a name that is not empty");
+    refuse(family_.design, family_.emptyNameId, std::string("the name of a new ") + family_.what + " is empty");
   }
   if (text.find('/') != std::string::npos) {
     refuse(family_.design, family_.hierNameId,
@@ -510,11 +512,24 @@ void MultiBit::checkSimple(const oaSimpleName &name) const {
   checkBase(base);
 }
 
+void checkLength(const DesignDatabase &design, const char *what, const oaName &name) {
+  if (name.getType() != oacBundleNameType) { // others are as long as their members allow
+    return;
+  }
+  const std::string text = nativeText(name);
+  if (text.size() > kMaxNameLength) {
+    raiseBase(oacInvalidNameLength, design.label() + ": " + what + " " + text.substr(0, 40) + "...: the name has " +
+                                        std::to_string(text.size()) + " characters, at most " +
+                                        std::to_string(kMaxNameLength) + " are possible");
+  }
+}
+
 void MultiBit::check(const oaName &name) const {
   const std::vector<oaSimpleName> members = simpleNames(name);
   if (members.empty()) {
     checkScalarText(std::string());
   }
+  checkLength(family_.design, family_.what, name);
   std::uint64_t bits = 0;
   for (const oaSimpleName &member : members) {
     bits += std::uint64_t(member.getNumBits()) * member.getRepeat();

@@ -138,6 +138,9 @@ private:
   BitsFamily family_;
 };
 
+// Raises oacInvalidNameLength for a name that could be written but never be read again. `what` has the name.
+void checkLength(const DesignDatabase &design, const char *what, const oaName &name);
+
 inline MultiBit netNames(DesignDatabase &design) { return MultiBit(netFamily(design)); }
 inline MultiBit termNames(DesignDatabase &design) { return MultiBit(termFamily(design)); }
 inline MultiBit instNames(DesignDatabase &design) { return MultiBit(instFamily(design)); }

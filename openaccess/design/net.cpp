@@ -133,16 +133,17 @@ public:
   }
 };
 
-// Shapes on a net and those of its pins: a walk over all shapes, since no index holds both.
-class ShapesOfNetAndPins : public WholeTableKind {
+// Shapes or vias on a net and those of its pins: a walk over all of them, since no index holds both.
+template <typename FigureTable> class FiguresOfNetAndPins : public WholeTableKind {
 protected:
   bool isFiltered(const CollectionQuestion &) const override { return true; }
   bool accepts(const CollectionQuestion &question, Row row) const override {
-    DesignDatabase &design = static_cast<DesignDatabase &>(question.table->database());
-    if (design.shapes.net[row] == question.owner) {
+    const DesignDatabase &design = designOf(*question.table);
+    const FigureTable &figures = static_cast<const FigureTable &>(*question.table);
+    if (figures.net[row] == question.owner) {
       return true;
     }
-    const Row pin = design.shapes.pin[row];
+    const Row pin = figures.pin[row];
     const Row term = pin == kNoRow ? kNoRow : design.pins.term[pin];
     return term != kNoRow && design.terms.net[term] == question.owner;
   }
@@ -289,12 +290,21 @@ oaCollection<oaPin, oaNet> oaNet::getPins() const {
 }
 
 oaCollection<oaShape, oaNet> oaNet::getShapes(oaUInt4 filterFlags) const {
-  static const ShapesOfNetAndPins kind;
+  static const FiguresOfNetAndPins<ShapeTable> kind;
   const DesignRow at = netRow(this);
   if ((filterFlags & oacShapeIterNetPins) == 0) {
     return shapesOnNet(at.design, at.row);
   }
   return CollectionAccess::make<oaCollection<oaShape, oaNet>>(kind, &at.design.shapes, at.row, filterFlags);
+}
+
+oaCollection<oaVia, oaNet> oaNet::getVias(oaUInt4 filterFlags) const {
+  static const FiguresOfNetAndPins<ViaTable> kind;
+  const DesignRow at = netRow(this);
+  if ((filterFlags & oacViaIterNetPins) == 0) {
+    return viasOnNet(at.design, at.row);
+  }
+  return CollectionAccess::make<oaCollection<oaVia, oaNet>>(kind, &at.design.vias, at.row, filterFlags);
 }
 
 oaNet *oaNet::create(oaBlock *block, const oaName &name, oaSigType sigType, oaBoolean isGlobal,

@@ -1,6 +1,7 @@
 #include "references.h"
 
 #include "instaccess.h"
+#include "viareferences.h"
 
 #include <algorithm>
 #include <limits>
@@ -9,15 +10,11 @@ namespace OpenAccess_4 {
 
 namespace kit {
 
+oaOrientEnum orientOfRef(const RefTable &refs, Row row) {
+  return checkedEnum<oaOrientEnum>(refs, row, refs.orient[row], oacMXR90 + 1, "the orientation");
+}
+
 namespace {
-
-oaOrientEnum orientOf(const InstTable &insts, Row inst) {
-  return checkedEnum<oaOrientEnum>(insts, inst, insts.orient[inst], oacMXR90 + 1, "the orientation");
-}
-
-oaTransform transformOf(const DesignDatabase &design, Row inst) {
-  return oaTransform(design.insts.origin[inst], orientOf(design.insts, inst));
-}
 
 oaCoord clamped(std::int64_t value) {
   return static_cast<oaCoord>(
@@ -39,15 +36,8 @@ ArrayTable::Array arrayOf(const DesignDatabase &design, Row inst) {
 }
 
 oaBox placed(const DesignDatabase &design, Row inst, const oaBox &masterBox) {
-  oaBox box = masterBox;
-  if (box.isInverted()) {
-    return box;
-  }
-  const oaTransform placement = transformOf(design, inst);
-  // In 64 bits: a file may place a box where its coordinates overflow.
-  box.transform(oaTransform(0, 0, placement.orient()));
-  box = shifted(box, placement.xOffset(), placement.yOffset());
-  if (design.insts.kind[inst] == oacArrayInstType) {
+  oaBox box = placedBox(design.insts, inst, masterBox);
+  if (!box.isInverted() && design.insts.kind[inst] == oacArrayInstType) {
     const ArrayTable::Array array = arrayOf(design, inst);
     const std::int64_t lastColumn = std::max<std::int64_t>(array.columns, 1) - 1;
     const std::int64_t lastRow = std::max<std::int64_t>(array.rows, 1) - 1;
@@ -62,18 +52,28 @@ bool fits(std::int64_t value) {
 
 } // namespace
 
-oaBox refBox(DesignDatabase &design, const Table &table, Row row) {
-  oaBox box;
-  box.init();
-  if (table.id() != kInstTable) {
+oaBox placedBox(const RefTable &refs, Row row, const oaBox &masterBox) {
+  oaBox box = masterBox;
+  if (box.isInverted()) {
     return box;
+  }
+  // In 64 bits: a file may place a box where its coordinates overflow.
+  box.transform(oaTransform(0, 0, orientOfRef(refs, row)));
+  const oaPoint origin = refs.origin[row];
+  return shifted(box, origin.x(), origin.y());
+}
+
+oaBox refBox(DesignDatabase &design, const Table &table, Row row) {
+  if (table.id() == kViaTable) {
+    return viaBox(design, row);
   }
   const Row header = design.instHeaders.checkRow(design.insts.header[row], "an instance");
   return placed(design, row, masterBoxOf(design, header));
 }
 
 void moveRef(DesignDatabase &design, Table &table, Row row, const oaTransform &xform) {
-  if (table.id() != kInstTable) {
+  if (table.id() == kViaTable) {
+    moveVia(design, row, xform);
     return;
   }
   requireExplicitInst(design, row, oacCannotMoveImplicitInst, "moved");
@@ -86,7 +86,7 @@ void moveRef(DesignDatabase &design, Table &table, Row row, const oaTransform &x
     refuse(design, oacInvalidBBoxAfterTransform,
            instNames(design).describe(row) + " would leave the range of coordinates");
   }
-  const oaOrient orient = transformOf(design, row).orient().concat(xform.orient());
+  const oaOrient orient = oaOrient(orientOfRef(design.insts, row)).concat(xform.orient());
   visitWithBits(design, row, [&](Row moved) {
     design.insts.origin.set(moved, oaPoint(static_cast<oaCoord>(x), static_cast<oaCoord>(y)));
     design.insts.orient.set(moved, static_cast<std::uint8_t>(orient));
@@ -108,10 +108,9 @@ void moveRef(DesignDatabase &design, Table &table, Row row, const oaTransform &x
   instsChanged(design);
 }
 
-oaFig *copyRef(const DesignDatabase &design, const Table &table, Row row, const oaTransform &xform,
-               DesignDatabase &target) {
-  if (table.id() != kInstTable) {
-    raiseBase(oacNotYetSupported, design.label() + ": vias cannot be copied yet");
+oaFig *copyRef(DesignDatabase &design, const Table &table, Row row, const oaTransform &xform, DesignDatabase &target) {
+  if (table.id() == kViaTable) {
+    return copyVia(design, row, xform, target);
   }
   if (isImplicitInst(design, row)) {
     refuse(design, oacCannotCopyImplicitInst, "an implicit instance bit cannot be copied without its vector instance");
@@ -179,6 +178,7 @@ void mergeRefBoxes(DesignDatabase &design, oaBox &box) {
   if (!state.refBox.isInverted()) {
     box.merge(state.refBox);
   }
+  mergeViaBoxes(design, box);
 }
 
 void bindMasters(DesignDatabase &design) {
@@ -186,56 +186,81 @@ void bindMasters(DesignDatabase &design) {
        header = design.instHeaders.nextAlive(header)) {
     (void)bindMaster(design, header);
   }
+  bindViaMasters(design);
 }
 
 } // namespace kit
 
 using namespace kit;
 
+namespace {
+
+// The table of an instance or via.
+RefTable &refsOf(const oaObject *ref) {
+  Table *table = tableOf(ref);
+  if (OA_UNLIKELY(table == nullptr || (table->id() != kInstTable && table->id() != kViaTable))) {
+    raiseDeadObject();
+  }
+  return static_cast<RefTable &>(*table);
+}
+
+// Calls `change` with each row that has to follow: vector instances have the same place as their bits.
+template <typename Change> void changePlace(const oaRef *ref, Change change) {
+  RefTable &refs = refsOf(ref);
+  DesignDatabase &design = designOf(refs);
+  const Row row = rowOf(ref);
+  if (refs.id() == kViaTable) {
+    change(refs, row);
+    design.viaState.isBoxKnown = false;
+  } else {
+    requireExplicitInst(design, row, oacCannotMoveImplicitInst, "moved");
+    visitWithBits(design, row, [&](Row moved) { change(refs, moved); });
+  }
+  instsChanged(design);
+}
+
+} // namespace
+
 oaRefHeader *oaRef::getHeader() const {
-  const InstTable &insts = instsOf(this);
-  InstHeaderTable &headers = designOf(insts).instHeaders;
+  const RefTable &refs = refsOf(this);
+  if (OA_UNLIKELY(refs.id() == kViaTable)) {
+    return headerOfViaHandle(this);
+  }
+  InstHeaderTable &headers = designOf(refs).instHeaders;
   const std::uint16_t aside = asideOf(this);
   if (OA_LIKELY(aside != 0)) { // noted by the walk that made the handle
     return static_cast<oaRefHeader *>(headers.handle(aside - 1U, oacInstHeaderType));
   }
-  const Row header = checkedRow(headers, insts.header[rowOf(this)], "an instance");
+  const Row header = checkedRow(headers, static_cast<const InstTable &>(refs).header[rowOf(this)], "an instance");
   return static_cast<oaRefHeader *>(headers.handle(header, oacInstHeaderType));
 }
 
 oaDesign *oaRef::getMaster() const { return getHeader()->getMaster(); }
 
-void oaRef::getOrigin(oaPoint &origin) const { origin = instsOf(this).origin[rowOf(this)]; }
+void oaRef::getOrigin(oaPoint &origin) const { origin = refsOf(this).origin[rowOf(this)]; }
 
-oaOrient oaRef::getOrient() const { return orientOf(instsOf(this), rowOf(this)); }
+oaOrient oaRef::getOrient() const { return orientOfRef(refsOf(this), rowOf(this)); }
 
 void oaRef::getTransform(oaTransform &xform) const {
-  const InstTable &insts = instsOf(this);
+  const RefTable &refs = refsOf(this);
   const Row row = rowOf(this);
-  const oaPoint *origin = insts.origin.ready(row);
-  const std::uint8_t *orient = insts.orient.ready(row);
+  const oaPoint *origin = refs.origin.ready(row);
+  const std::uint8_t *orient = refs.orient.ready(row);
   if (OA_LIKELY(origin != nullptr && orient != nullptr && *orient <= oacMXR90)) {
     xform.set(*origin, static_cast<oaOrientEnum>(*orient));
     return;
   }
-  xform = oaTransform(insts.origin[row], orientOf(insts, row));
+  xform = oaTransform(refs.origin[row], orientOfRef(refs, row));
 }
 
 oaBoolean oaRef::isBound() const { return getHeader()->isBound(); }
 
 void oaRef::setOrigin(const oaPoint &origin) {
-  const DesignRow at = designRow(this, kInstTable);
-  requireExplicitInst(at.design, at.row, oacCannotMoveImplicitInst, "moved");
-  visitWithBits(at.design, at.row, [&](Row row) { at.design.insts.origin.set(row, origin); });
-  instsChanged(at.design);
+  changePlace(this, [&](RefTable &refs, Row row) { refs.origin.set(row, origin); });
 }
 
 void oaRef::setOrient(oaOrient orient) {
-  const DesignRow at = designRow(this, kInstTable);
-  requireExplicitInst(at.design, at.row, oacCannotMoveImplicitInst, "moved");
-  visitWithBits(at.design, at.row,
-                [&](Row row) { at.design.insts.orient.set(row, static_cast<std::uint8_t>(orient)); });
-  instsChanged(at.design);
+  changePlace(this, [&](RefTable &refs, Row row) { refs.orient.set(row, static_cast<std::uint8_t>(orient)); });
 }
 
 void oaRef::setTransform(const oaTransform &xform) {

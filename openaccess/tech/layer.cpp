@@ -2,7 +2,7 @@
 
 #include "oa/oaTech.h"
 #include "raise.h"
-#include "techdatabase.h"
+#include "techreferences.h"
 
 namespace OpenAccess_4 {
 
@@ -16,9 +16,14 @@ template <typename Layer> Layer *layerObject(TechDatabase &tech, Row row) {
   return static_cast<Layer *>(static_cast<oaObject *>(tech.layers.handle(row)));
 }
 
-// Only when the layer is of that type.
-template <typename Layer> Layer *layerOfType(TechDatabase &tech, Row row, oaTypeEnum type) {
-  return row == kNoRow || tech.layers.kind[row] != type ? nullptr : layerObject<Layer>(tech, row);
+// Only when the layer is of that type; oacUnknownType stands for any.
+template <typename Layer, typename Key>
+Layer *findLayer(const oaTech *tech, const Key &key, bool isLocal, oaTypeEnum type) {
+  return kit::findInGraph(TechDatabase::of(tech), isLocal, [&](TechDatabase &at) {
+    const Row row = at.findLayer(key);
+    const bool isFound = row != kNoRow && (type == oacUnknownType || at.layers.kind[row] == type);
+    return isFound ? layerObject<Layer>(at, row) : nullptr;
+  });
 }
 
 // A number that may come from a file, as a value of its enumeration.
@@ -62,13 +67,11 @@ void oaLayer::setName(const oaString &name) { TechDatabase::of(this).renameLayer
 
 oaLayer *oaLayer::find(const oaTech *tech, const oaString &name) { return find(tech, name, false); }
 oaLayer *oaLayer::find(const oaTech *tech, oaLayerNum number) { return find(tech, number, false); }
-oaLayer *oaLayer::find(const oaTech *tech, const oaString &name, oaBoolean) {
-  TechDatabase &database = TechDatabase::of(tech);
-  return layerObject<oaLayer>(database, database.findLayer(std::string(name)));
+oaLayer *oaLayer::find(const oaTech *tech, const oaString &name, oaBoolean local) {
+  return findLayer<oaLayer>(tech, std::string(name), local, oacUnknownType);
 }
-oaLayer *oaLayer::find(const oaTech *tech, oaLayerNum number, oaBoolean) {
-  TechDatabase &database = TechDatabase::of(tech);
-  return layerObject<oaLayer>(database, database.findLayer(number));
+oaLayer *oaLayer::find(const oaTech *tech, oaLayerNum number, oaBoolean local) {
+  return findLayer<oaLayer>(tech, number, local, oacUnknownType);
 }
 
 oaMaterial oaPhysicalLayer::getMaterial() const {
@@ -134,24 +137,16 @@ oaPhysicalLayer *oaPhysicalLayer::create(oaTech *tech, const oaString &name, oaL
 
 oaPhysicalLayer *oaPhysicalLayer::find(const oaTech *tech, const oaString &name) { return find(tech, name, false); }
 oaPhysicalLayer *oaPhysicalLayer::find(const oaTech *tech, oaLayerNum number) { return find(tech, number, false); }
-oaPhysicalLayer *oaPhysicalLayer::find(const oaTech *tech, const oaString &name, oaBoolean) {
-  TechDatabase &database = TechDatabase::of(tech);
-  return layerOfType<oaPhysicalLayer>(database, database.findLayer(std::string(name)), oacPhysicalLayerType);
+oaPhysicalLayer *oaPhysicalLayer::find(const oaTech *tech, const oaString &name, oaBoolean local) {
+  return findLayer<oaPhysicalLayer>(tech, std::string(name), local, oacPhysicalLayerType);
 }
-oaPhysicalLayer *oaPhysicalLayer::find(const oaTech *tech, oaLayerNum number, oaBoolean) {
-  TechDatabase &database = TechDatabase::of(tech);
-  return layerOfType<oaPhysicalLayer>(database, database.findLayer(number), oacPhysicalLayerType);
+oaPhysicalLayer *oaPhysicalLayer::find(const oaTech *tech, oaLayerNum number, oaBoolean local) {
+  return findLayer<oaPhysicalLayer>(tech, number, local, oacPhysicalLayerType);
 }
 
-oaLayer *oaDerivedLayer::getLayer1() const {
-  TechDatabase &tech = TechDatabase::of(this);
-  return layerObject<oaLayer>(tech, tech.findLayer(getLayer1Num()));
-}
+oaLayer *oaDerivedLayer::getLayer1() const { return oaLayer::find(getTech(), getLayer1Num()); }
 
-oaLayer *oaDerivedLayer::getLayer2() const {
-  TechDatabase &tech = TechDatabase::of(this);
-  return layerObject<oaLayer>(tech, tech.findLayer(getLayer2Num()));
-}
+oaLayer *oaDerivedLayer::getLayer2() const { return oaLayer::find(getTech(), getLayer2Num()); }
 
 oaLayerNum oaDerivedLayer::getLayer1Num() const { return TechDatabase::of(this).layers.layer1[kit::rowOf(this)]; }
 oaLayerNum oaDerivedLayer::getLayer2Num() const { return TechDatabase::of(this).layers.layer2[kit::rowOf(this)]; }
@@ -170,7 +165,7 @@ oaDerivedLayer *oaDerivedLayer::create(oaTech *tech, oaLayer *layer1, oaLayer *l
                                        const oaString &name, oaLayerNum number) {
   TechDatabase &database = TechDatabase::of(tech);
   for (const oaLayer *layer : {layer1, layer2}) {
-    if (&TechDatabase::of(layer) != &database) {
+    if (!kit::contains(database.graph(), TechDatabase::of(layer))) {
       raiseTech(oacLayerNotInReferencedTech,
                 database.label() + ": the layer to derive from belongs to " + TechDatabase::of(layer).label());
     }
@@ -184,13 +179,11 @@ oaDerivedLayer *oaDerivedLayer::create(oaTech *tech, oaLayer *layer1, oaLayer *l
 
 oaDerivedLayer *oaDerivedLayer::find(const oaTech *tech, const oaString &name) { return find(tech, name, false); }
 oaDerivedLayer *oaDerivedLayer::find(const oaTech *tech, oaLayerNum number) { return find(tech, number, false); }
-oaDerivedLayer *oaDerivedLayer::find(const oaTech *tech, const oaString &name, oaBoolean) {
-  TechDatabase &database = TechDatabase::of(tech);
-  return layerOfType<oaDerivedLayer>(database, database.findLayer(std::string(name)), oacDerivedLayerType);
+oaDerivedLayer *oaDerivedLayer::find(const oaTech *tech, const oaString &name, oaBoolean local) {
+  return findLayer<oaDerivedLayer>(tech, std::string(name), local, oacDerivedLayerType);
 }
-oaDerivedLayer *oaDerivedLayer::find(const oaTech *tech, oaLayerNum number, oaBoolean) {
-  TechDatabase &database = TechDatabase::of(tech);
-  return layerOfType<oaDerivedLayer>(database, database.findLayer(number), oacDerivedLayerType);
+oaDerivedLayer *oaDerivedLayer::find(const oaTech *tech, oaLayerNum number, oaBoolean local) {
+  return findLayer<oaDerivedLayer>(tech, number, local, oacDerivedLayerType);
 }
 
 oaDerivedLayer *oaDerivedLayer::find(const oaLayer *layer1, const oaLayer *layer2, oaLayerOp operation) {

@@ -2,7 +2,7 @@
 
 #include "oa/oaTech.h"
 #include "raise.h"
-#include "techdatabase.h"
+#include "techreferences.h"
 
 namespace OpenAccess_4 {
 
@@ -59,13 +59,13 @@ oaPurpose *oaPurpose::create(oaTech *tech, const oaString &name, oaPurposeNum nu
 
 oaPurpose *oaPurpose::find(const oaTech *tech, const oaString &name) { return find(tech, name, false); }
 oaPurpose *oaPurpose::find(const oaTech *tech, oaPurposeNum number) { return find(tech, number, false); }
-oaPurpose *oaPurpose::find(const oaTech *tech, const oaString &name, oaBoolean) {
-  TechDatabase &database = TechDatabase::of(tech);
-  return purposeObject(database, database.findPurpose(std::string(name)));
+oaPurpose *oaPurpose::find(const oaTech *tech, const oaString &name, oaBoolean local) {
+  return kit::findInGraph(TechDatabase::of(tech), local,
+                          [&](TechDatabase &at) { return purposeObject(at, at.findPurpose(std::string(name))); });
 }
-oaPurpose *oaPurpose::find(const oaTech *tech, oaPurposeNum number, oaBoolean) {
-  TechDatabase &database = TechDatabase::of(tech);
-  return purposeObject(database, database.findPurpose(number));
+oaPurpose *oaPurpose::find(const oaTech *tech, oaPurposeNum number, oaBoolean local) {
+  return kit::findInGraph(TechDatabase::of(tech), local,
+                          [&](TechDatabase &at) { return purposeObject(at, at.findPurpose(number)); });
 }
 
 oaPurpose *oaPurpose::get(oaTech *tech, oaPurposeType type) {

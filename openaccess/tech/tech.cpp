@@ -15,6 +15,7 @@
 #include "oa/oaViaDef.h"
 #include "raise.h"
 #include "techlibrary.h"
+#include "techreferences.h"
 
 #include <cerrno>
 
@@ -104,6 +105,13 @@ bool existsTech(Library &library, bool inherited) {
 
 oaTech *objectOf(TechDatabase *tech) { return tech == nullptr ? nullptr : tech->object(); }
 
+// The rows of a technology's table and, unless the flags say otherwise, of what it refers to.
+template <typename Collection>
+Collection inGraph(kit::Table &table, oaUInt4 filterFlags, const kit::GraphRowsKind &kind) {
+  const bool isLocal = (filterFlags & oacTechIterLocal) != 0;
+  return isLocal ? kit::wholeTable<Collection>(table) : kit::CollectionAccess::make<Collection>(kind, &table, 0);
+}
+
 } // namespace
 
 void oaTech::close() { kit::releaseTech(TechDatabase::of(this)); }
@@ -141,19 +149,20 @@ oaChar oaTech::getMode() const { return TechDatabase::of(this).mode(); }
 oaUInt4 oaTech::getRefCount() const { return TechDatabase::of(this).refCount(); }
 oaBoolean oaTech::isModified() const { return TechDatabase::of(this).isModified(); }
 
-// Layers, purposes and via definitions. There are no references to other technologies yet, so local and all are the
-// same.
 oaCollection<oaLayer, oaTech> oaTech::getLayers() const { return getLayers(oacTechIterAll); }
-oaCollection<oaLayer, oaTech> oaTech::getLayers(oaUInt4) const {
-  return kit::wholeTable<oaCollection<oaLayer, oaTech>>(TechDatabase::of(this).layers);
+oaCollection<oaLayer, oaTech> oaTech::getLayers(oaUInt4 filterFlags) const {
+  static const kit::GraphRowsKind kind([](TechDatabase &tech) -> kit::Table & { return tech.layers; });
+  return inGraph<oaCollection<oaLayer, oaTech>>(TechDatabase::of(this).layers, filterFlags, kind);
 }
 oaCollection<oaPurpose, oaTech> oaTech::getPurposes() const { return getPurposes(oacTechIterAll); }
-oaCollection<oaPurpose, oaTech> oaTech::getPurposes(oaUInt4) const {
-  return kit::wholeTable<oaCollection<oaPurpose, oaTech>>(TechDatabase::of(this).purposes);
+oaCollection<oaPurpose, oaTech> oaTech::getPurposes(oaUInt4 filterFlags) const {
+  static const kit::GraphRowsKind kind([](TechDatabase &tech) -> kit::Table & { return tech.purposes; });
+  return inGraph<oaCollection<oaPurpose, oaTech>>(TechDatabase::of(this).purposes, filterFlags, kind);
 }
 oaCollection<oaViaDef, oaTech> oaTech::getViaDefs() const { return getViaDefs(oacTechIterAll); }
-oaCollection<oaViaDef, oaTech> oaTech::getViaDefs(oaUInt4) const {
-  return kit::wholeTable<oaCollection<oaViaDef, oaTech>>(TechDatabase::of(this).viaDefs);
+oaCollection<oaViaDef, oaTech> oaTech::getViaDefs(oaUInt4 filterFlags) const {
+  static const kit::GraphRowsKind kind([](TechDatabase &tech) -> kit::Table & { return tech.viaDefs; });
+  return inGraph<oaCollection<oaViaDef, oaTech>>(TechDatabase::of(this).viaDefs, filterFlags, kind);
 }
 
 oaTech *oaTech::create(const oaScalarName &libName) { return createTech(openLibrary(libName)).object(); }

@@ -2,6 +2,7 @@
 
 #include "oa/oaTech.h"
 #include "raise.h"
+#include "techreferences.h"
 #include "viewtypes.h"
 
 #include <cstddef>
@@ -136,6 +137,7 @@ void TechDatabase::addReservedPurposes() {
 }
 
 void TechDatabase::contentsChanged() {
+  releaseReferences();
   areIndexesBuilt_ = false;
   layersByName_.clear();
   purposesByName_.clear();
@@ -190,15 +192,19 @@ Row TechDatabase::findViaDef(const std::string &name) {
 }
 
 void TechDatabase::checkLayerName(const std::string &name) {
-  if (findLayer(name) != kNoRow) {
-    raiseTech(oacLayerNameExists, label() + ": there is a layer of the name \"" + name + "\" already");
+  for (TechDatabase *tech : techsInReach(*this)) {
+    if (tech->findLayer(name) != kNoRow) {
+      raiseTech(oacLayerNameExists, tech->label() + ": there is a layer of the name \"" + name + "\" already");
+    }
   }
 }
 
 void TechDatabase::checkLayerNumber(oaLayerNum number) {
-  if (findLayer(number) != kNoRow) {
-    raiseTech(oacLayerNumberExists,
-              label() + ": there is a layer of the number " + std::to_string(number) + " already");
+  for (TechDatabase *tech : techsInReach(*this)) {
+    if (tech->findLayer(number) != kNoRow) {
+      raiseTech(oacLayerNumberExists,
+                tech->label() + ": there is a layer of the number " + std::to_string(number) + " already");
+    }
   }
 }
 
@@ -241,19 +247,31 @@ void TechDatabase::renumberLayer(Row row, oaLayerNum number) {
   touch();
 }
 
-Row TechDatabase::addPurpose(const std::string &name, oaPurposeNum number) {
+void TechDatabase::checkPurposeName(const std::string &name) {
+  for (TechDatabase *tech : techsInReach(*this)) {
+    if (tech->findPurpose(name) != kNoRow) {
+      raiseTech(oacPurposeNameExists, tech->label() + ": there is a purpose of the name \"" + name + "\" already");
+    }
+  }
+}
+
+void TechDatabase::checkPurposeNumber(oaPurposeNum number) {
   if (number >= kFirstReservedNumber) {
     raiseTech(oacPurposeNumberIsReserved, label() + ": purpose number " + std::to_string(number) +
                                               " is kept for reserved purposes; numbers below " +
                                               std::to_string(kFirstReservedNumber) + " are free");
   }
-  if (findPurpose(name) != kNoRow) {
-    raiseTech(oacPurposeNameExists, label() + ": there is a purpose of the name \"" + name + "\" already");
+  for (TechDatabase *tech : techsInReach(*this)) {
+    if (tech->findPurpose(number) != kNoRow) {
+      raiseTech(oacPurposeNumberExists,
+                tech->label() + ": there is a purpose of the number " + std::to_string(number) + " already");
+    }
   }
-  if (findPurpose(number) != kNoRow) {
-    raiseTech(oacPurposeNumberExists,
-              label() + ": there is a purpose of the number " + std::to_string(number) + " already");
-  }
+}
+
+Row TechDatabase::addPurpose(const std::string &name, oaPurposeNum number) {
+  checkPurposeNumber(number);
+  checkPurposeName(name);
   const Row row = purposes.addRow();
   purposes.kind.set(row, oacPurposeType);
   purposes.name.set(row, strings().add(name));
@@ -269,9 +287,7 @@ void TechDatabase::renamePurpose(Row row, const std::string &name) {
   if (old == name) {
     return;
   }
-  if (findPurpose(name) != kNoRow) {
-    raiseTech(oacPurposeNameExists, label() + ": there is a purpose of the name \"" + name + "\" already");
-  }
+  checkPurposeName(name);
   purposesByName_.remove(old, row);
   purposesByName_.add(name, row);
   purposes.name.set(row, strings().add(name));
@@ -284,14 +300,7 @@ void TechDatabase::renumberPurpose(Row row, oaPurposeNum number) {
   if (old == number) {
     return;
   }
-  if (number >= kFirstReservedNumber) {
-    raiseTech(oacPurposeNumberIsReserved,
-              label() + ": purpose number " + std::to_string(number) + " is kept for reserved purposes");
-  }
-  if (findPurpose(number) != kNoRow) {
-    raiseTech(oacPurposeNumberExists,
-              label() + ": there is a purpose of the number " + std::to_string(number) + " already");
-  }
+  checkPurposeNumber(number);
   purposesByNumber_.erase(old);
   purposesByNumber_.emplace(number, row);
   purposes.number.set(row, number);
@@ -299,8 +308,10 @@ void TechDatabase::renumberPurpose(Row row, oaPurposeNum number) {
 }
 
 Row TechDatabase::addViaDef(oaTypeEnum type, const std::string &name, oaLayerNum layer1, oaLayerNum layer2) {
-  if (findViaDef(name) != kNoRow) {
-    raiseTech(oacViaDefExists, label() + ": there is a via definition of the name \"" + name + "\" already");
+  for (TechDatabase *tech : techsInReach(*this)) {
+    if (tech->findViaDef(name) != kNoRow) {
+      raiseTech(oacViaDefExists, tech->label() + ": there is a via definition of the name \"" + name + "\" already");
+    }
   }
   const Row row = viaDefs.addRow();
   viaDefs.kind.set(row, static_cast<std::uint8_t>(type));
@@ -377,21 +388,27 @@ Row TechDatabase::getUnits(Row viewType) {
 oaUInt4 defaultDbuPerUU(Row viewType) { return defaultUnitsOf(viewType).dbuPerUU; }
 oaUserUnitsTypeEnum defaultUserUnits(Row viewType) { return defaultUnitsOf(viewType).userUnits; }
 
-oaUInt4 dbuPerUU(TechDatabase *tech, Row viewType) {
+oaUInt4 dbuPerUU(TechDatabase *tech, Row viewType, bool isLocal) {
   const oaUInt4 byDefault = defaultDbuPerUU(viewType);
-  const Row row = tech == nullptr ? kNoRow : tech->findUnits(viewType);
-  return row == kNoRow || tech->units.dbuPerUU[row] == 0 ? byDefault : tech->units.dbuPerUU[row];
+  TechDatabase *owner = tech == nullptr ? nullptr : findInGraph(*tech, isLocal, [&](TechDatabase &at) {
+    const Row row = at.findUnits(viewType);
+    return row == kNoRow || at.units.dbuPerUU[row] == 0 ? nullptr : &at;
+  });
+  return owner == nullptr ? byDefault : owner->units.dbuPerUU[owner->findUnits(viewType)];
 }
 
-oaUserUnitsTypeEnum userUnits(TechDatabase *tech, Row viewType) {
+oaUserUnitsTypeEnum userUnits(TechDatabase *tech, Row viewType, bool isLocal) {
   const oaUserUnitsTypeEnum byDefault = defaultUserUnits(viewType);
-  const Row row = tech == nullptr ? kNoRow : tech->findUnits(viewType);
-  if (row == kNoRow || tech->units.isUserUnitsSet[row] == 0) {
+  TechDatabase *owner = tech == nullptr ? nullptr : findInGraph(*tech, isLocal, [&](TechDatabase &at) {
+    const Row row = at.findUnits(viewType);
+    return row == kNoRow || at.units.isUserUnitsSet[row] == 0 ? nullptr : &at;
+  });
+  if (owner == nullptr) {
     return byDefault;
   }
-  const oaUInt4 stored = tech->units.userUnits[row];
+  const oaUInt4 stored = owner->units.userUnits[owner->findUnits(viewType)];
   if (!oaEnumNamesOf(oaUserUnitsTypeEnum()).contains(stored)) {
-    raiseBase(oacCorruptedDatabase, tech->label() + ": damaged: user unit " + std::to_string(stored) + " is unknown");
+    raiseBase(oacCorruptedDatabase, owner->label() + ": damaged: user unit " + std::to_string(stored) + " is unknown");
   }
   return static_cast<oaUserUnitsTypeEnum>(stored);
 }

@@ -8,6 +8,7 @@
 
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 namespace OpenAccess_4 {
 
@@ -28,7 +29,7 @@ enum TechTableId : std::uint16_t {
   kStdViaDefTable = 20,
   kCustomViaDefTable = 21,
   kTechMissingCutTable = 22,
-  kTechReferenceTable = 23, // kept for references to other technologies
+  kTechReferenceTable = 23,
 };
 
 class TechAttributesTable : public Table { // one row
@@ -107,10 +108,20 @@ public:
   Column<Row> view{*this, 3, "view", kNoRow};
 };
 
+// A row for each library whose technology this one refers to, in the order of the search.
+class TechReferenceTable : public Table {
+public:
+  explicit TechReferenceTable(Database &database);
+  Column<std::uint8_t> kind{*this, 1, "kind"}; // oacTechType; the headers' own number is too large
+  Column<Row> lib{*this, 2, "lib", kNoRow};    // native text
+};
+
 // An open technology.
 class TechDatabase : public OpenDatabase {
 public:
   explicit TechDatabase(DatabasePlace place);
+  // Lets go of the technologies that it refers to.
+  ~TechDatabase() override;
 
   TechAttributesTable attributes{*this};
   UnitsTable units{*this};
@@ -120,19 +131,30 @@ public:
   StdViaDefTable stdViaDefs{*this};
   CustomViaDefTable customViaDefs{*this};
   MissingCutTable missingCuts{*this, kTechMissingCutTable};
+  TechReferenceTable references{*this};
 
   oaTech *object();
   static TechDatabase &of(const oaTechObject *object);
   static OpenRegistry<TechDatabase> &registry();
   static const OpenErrorIds &errorIdsOfLayer();
 
-  // kNoRow when there is none.
+  bool hasReferences() const { return references.nextAlive(kNoRow) != kNoRow; }
+  // The technology that a row of the references stands for, opened for reading when it is not open. NULL when its
+  // library is not open or has none that can be read.
+  TechDatabase *referenced(Row row);
+  // This technology and what it refers to, directly or through others: depth first, itself first, each once. What
+  // cannot be opened is left out.
+  std::vector<TechDatabase *> graph();
+  // In place of the references that there are. The caller has checked for circles and conflicts.
+  void setReferences(const std::vector<TechDatabase *> &techs);
+
+  // In this technology alone; kNoRow when there is none.
   Row findLayer(const std::string &name);
   Row findLayer(oaLayerNum number);
   Row findPurpose(const std::string &name);
   Row findPurpose(oaPurposeNum number);
   Row findViaDef(const std::string &name);
-  // Raise the API's errors for names and numbers in use.
+  // Raise the API's errors for names and numbers in use, also in technologies that refer to each other with this one.
   Row addLayer(oaTypeEnum type, const std::string &name, oaLayerNum number);
   Row addPurpose(const std::string &name, oaPurposeNum number);
   Row addViaDef(oaTypeEnum type, const std::string &name, oaLayerNum layer1, oaLayerNum layer2);
@@ -158,21 +180,26 @@ private:
   void buildIndexes();
   void checkLayerName(const std::string &name);
   void checkLayerNumber(oaLayerNum number);
+  void checkPurposeName(const std::string &name);
+  void checkPurposeNumber(oaPurposeNum number);
   void destroyUsersOfLayer(oaLayerNum number);
+  void releaseReferences();
 
   bool areIndexesBuilt_ = false;
   NameIndex layersByName_, purposesByName_, viaDefsByName_;
   std::unordered_map<oaLayerNum, Row> layersByNumber_;
   std::unordered_map<oaPurposeNum, Row> purposesByNumber_;
+  // By row of the references; each is held open by a reference count.
+  std::unordered_map<Row, TechDatabase *> bound_;
 };
 
 // Units that hold where nothing was set. `viewType` is a row of ViewTypes; raises oacInvalidTechViewType unless it is a
 // design type.
 oaUInt4 defaultDbuPerUU(Row viewType);
 oaUserUnitsTypeEnum defaultUserUnits(Row viewType);
-// Of a technology, or the default where it says nothing or is NULL.
-oaUInt4 dbuPerUU(TechDatabase *tech, Row viewType);
-oaUserUnitsTypeEnum userUnits(TechDatabase *tech, Row viewType);
+// Of a technology, of the first that it refers to which says anything, or the default; `tech` may be NULL.
+oaUInt4 dbuPerUU(TechDatabase *tech, Row viewType, bool isLocal = false);
+oaUserUnitsTypeEnum userUnits(TechDatabase *tech, Row viewType, bool isLocal = false);
 
 // The technology that a library uses, through its attachments, open in any mode. NULL when it is not open.
 TechDatabase *findTech(Library &library);

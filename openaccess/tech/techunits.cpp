@@ -2,7 +2,7 @@
 #include "oa/oaTech.h"
 
 #include "raise.h"
-#include "techdatabase.h"
+#include "techreferences.h"
 #include "viewtypes.h"
 
 #include <cmath>
@@ -32,15 +32,19 @@ template <typename Integer> Integer nearest(double value) {
 
 double dbuPerUU(const oaTech *tech, const oaViewType *viewType) { return tech->getDBUPerUU(viewType); }
 
+TechDatabase *withProcessFamily(TechDatabase &tech) {
+  return tech.attributes.processFamily[0] != kit::kNoString ? &tech : nullptr;
+}
+
 } // namespace
 
 oaUInt4 oaTech::getDBUPerUU(const oaViewType *viewType) const { return getDBUPerUU(viewType, false); }
-oaUInt4 oaTech::getDBUPerUU(const oaViewType *viewType, oaBoolean) const {
-  return kit::dbuPerUU(&TechDatabase::of(this), ViewTypes::rowOfType(viewType));
+oaUInt4 oaTech::getDBUPerUU(const oaViewType *viewType, oaBoolean local) const {
+  return kit::dbuPerUU(&TechDatabase::of(this), ViewTypes::rowOfType(viewType), local);
 }
 oaUserUnitsType oaTech::getUserUnits(const oaViewType *viewType) const { return getUserUnits(viewType, false); }
-oaUserUnitsType oaTech::getUserUnits(const oaViewType *viewType, oaBoolean) const {
-  return oaUserUnitsType(kit::userUnits(&TechDatabase::of(this), ViewTypes::rowOfType(viewType)));
+oaUserUnitsType oaTech::getUserUnits(const oaViewType *viewType, oaBoolean local) const {
+  return oaUserUnitsType(kit::userUnits(&TechDatabase::of(this), ViewTypes::rowOfType(viewType), local));
 }
 
 void oaTech::setDBUPerUU(const oaViewType *viewType, oaUInt4 value) {
@@ -50,7 +54,18 @@ void oaTech::setDBUPerUU(const oaViewType *viewType, oaUInt4 value) {
     raiseTech(oacInvalidDBUPerUU, tech.label() + ": 0 database units a user unit for view type " +
                                       ViewTypes::instance().nameOf(type) + ", expected at least 1");
   }
-  tech.units.dbuPerUU.set(tech.getUnits(type), value);
+  const Row row = tech.getUnits(type);
+  for (TechDatabase *other : kit::techsInReach(tech)) {
+    const Row otherRow = other == &tech ? kit::kNoRow : other->findUnits(type);
+    const oaUInt4 otherValue = otherRow == kit::kNoRow ? 0 : other->units.dbuPerUU[otherRow];
+    if (otherValue != 0 && otherValue != value) {
+      raiseTech(oacInvalidDBUPerUU, tech.label() + ": " + std::to_string(value) +
+                                        " database units a user unit for view type " +
+                                        ViewTypes::instance().nameOf(type) + ", but " + other->label() + " has " +
+                                        std::to_string(otherValue) + ", and one refers to the other");
+    }
+  }
+  tech.units.dbuPerUU.set(row, value);
   tech.touch();
 }
 
@@ -95,9 +110,11 @@ oaUserUnitsType oaTech::getDefaultUserUnits(const oaViewType *viewType) {
 oaDist oaTech::getDefaultDefaultManufacturingGrid() { return 0; }
 
 oaDist oaTech::getDefaultManufacturingGrid() const { return getDefaultManufacturingGrid(false); }
-oaDist oaTech::getDefaultManufacturingGrid(oaBoolean) const {
-  return isDefaultManufacturingGridSet() ? TechDatabase::of(this).attributes.gridDbu[0]
-                                         : getDefaultDefaultManufacturingGrid();
+oaDist oaTech::getDefaultManufacturingGrid(oaBoolean local) const {
+  const TechDatabase *owner = kit::findInGraph(TechDatabase::of(this), local, [](TechDatabase &tech) {
+    return tech.attributes.isGridSet[0] != 0 ? &tech : nullptr;
+  });
+  return owner != nullptr ? owner->attributes.gridDbu[0] : getDefaultDefaultManufacturingGrid();
 }
 
 void oaTech::setDefaultManufacturingGrid(oaDist grid) {
@@ -124,13 +141,17 @@ void oaTech::setProcessFamily(const oaString &processFamily) {
 
 void oaTech::unsetProcessFamily() { setProcessFamily(""); }
 
-void oaTech::getProcessFamily(oaString &processFamily, oaBoolean) const {
-  TechDatabase &tech = TechDatabase::of(this);
-  tech.strings().get(tech.attributes.processFamily[0], processFamily);
+void oaTech::getProcessFamily(oaString &processFamily, oaBoolean local) const {
+  TechDatabase *owner = kit::findInGraph(TechDatabase::of(this), local, withProcessFamily);
+  if (owner == nullptr) {
+    processFamily = "";
+  } else {
+    owner->strings().get(owner->attributes.processFamily[0], processFamily);
+  }
 }
 
-oaBoolean oaTech::hasProcessFamily(oaBoolean) const {
-  return TechDatabase::of(this).attributes.processFamily[0] != kit::kNoString;
+oaBoolean oaTech::hasProcessFamily(oaBoolean local) const {
+  return kit::findInGraph(TechDatabase::of(this), local, withProcessFamily) != nullptr;
 }
 
 oaInt4 oaTech::uuToDBU(const oaViewType *viewType, oaDouble value) {

@@ -5,7 +5,7 @@
 #include "oa/oaScalarName.h"
 #include "oa/oaTech.h"
 #include "raise.h"
-#include "techdatabase.h"
+#include "techreferences.h"
 
 namespace OpenAccess_4 {
 
@@ -36,8 +36,8 @@ Row customPayload(const oaCustomViaDef *def) {
   return tech.customViaDefs.checkRow(tech.viaDefs.payload[kit::rowOf(def)], "a custom via definition");
 }
 
-oaLayerNum numberIn(const TechDatabase &tech, const oaPhysicalLayer *layer) {
-  if (&TechDatabase::of(layer) != &tech) {
+oaLayerNum numberIn(TechDatabase &tech, const oaPhysicalLayer *layer) {
+  if (!kit::contains(tech.graph(), TechDatabase::of(layer))) {
     raiseTech(oacLayerNotInReferencedTech,
               tech.label() + ": the layer of a via definition belongs to " + TechDatabase::of(layer).label());
   }
@@ -94,9 +94,10 @@ void oaViaDef::setResistancePerCut(oaFloat resPerCut) {
 }
 
 oaViaDef *oaViaDef::find(const oaTech *tech, const oaString &name) { return find(tech, name, false); }
-oaViaDef *oaViaDef::find(const oaTech *tech, const oaString &name, oaBoolean) {
-  TechDatabase &database = TechDatabase::of(tech);
-  return viaDefObject<oaViaDef>(database, database.findViaDef(std::string(name)));
+oaViaDef *oaViaDef::find(const oaTech *tech, const oaString &name, oaBoolean local) {
+  return kit::findInGraph(TechDatabase::of(tech), local, [&](TechDatabase &at) {
+    return viaDefObject<oaViaDef>(at, at.findViaDef(std::string(name)));
+  });
 }
 
 void oaStdViaDef::getParams(oaViaParam &params) const {

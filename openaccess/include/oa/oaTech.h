@@ -1,6 +1,7 @@
 #ifndef OATECH_H
 #define OATECH_H
 
+#include "oa/oaTechHeader.h"
 #include "oa/oaTechObject.h"
 
 namespace OpenAccess_4 {
@@ -78,7 +79,20 @@ public:
   oaDouble dbuToUUDistance(const oaViewType *viewType, oaUInt4 value);
   oaDouble dbuToUUArea(const oaViewType *viewType, oaUInt8 value);
 
-  // In the order of creation; physical and derived layers alike.
+  // References to the technologies of other libraries, in place of those that there are. What they hold is found in
+  // this one too, unless `local` or oacTechIterLocal says otherwise: depth first, this one first. They are open as long
+  // as this one is. Raises oacInvalidTech for a circle, and for what both sides have oacLayerNameExists,
+  // oacLayerNumberExists, oacPurposeNameExists, oacPurposeNumberExists, oacViaDefExists, or oacInvalidDBUPerUU for
+  // different units; so does whatever makes such a conflict later on.
+  void setRefs(const oaTechArray &refs);
+  void unsetRefs();
+  // In the order of the search; with `local` only its own.
+  void getTechHeaders(oaTechHeaderArray &refHeaders, oaBoolean local = false) const;
+  oaBoolean hasUnboundRefs() const;
+  // Of all open technologies that refer to this one.
+  oaCollection<oaTechHeader, oaTech> getUsedIn() const;
+
+  // In the order of creation; physical and derived layers alike. Those of referenced technologies follow.
   oaCollection<oaLayer, oaTech> getLayers() const;
   oaCollection<oaLayer, oaTech> getLayers(oaUInt4 filterFlags) const;
   // The reserved ones first.

@@ -5,7 +5,7 @@
 namespace OpenAccess_4 {
 
 enum oaTechMsgIds {
-  // Dead handle; library not open
+  // Dead handle, or a technology that refers to itself; library not open
   oacInvalidTech = 2000,
   oacTechLibNotFound = 2002,
   // Save of an 'r' technology; create of an existing one

@@ -1,0 +1,303 @@
+// Headers of vias: what is stored of them, and how long they live.
+
+#include "oa/oaVia.h"
+
+#include "viaaccess.h"
+#include "viavalues.h"
+
+namespace OpenAccess_4 {
+
+namespace kit {
+
+namespace {
+
+// Keys of the look-up. Names hold any bytes, so they come last.
+std::string definitionKey(oaTypeEnum kind, const std::string &name) {
+  return (kind == oacStdViaHeaderType ? "s" : "c") + name;
+}
+std::string subHeaderKey(Row super, const oaViaParam &own) {
+  return "p" + std::to_string(super) + " " + viaParamKey(own);
+}
+
+std::string keyOf(DesignDatabase &design, Row header) {
+  const ViaHeaderTable &headers = design.viaHeaders;
+  if (isSubHeader(design, header)) {
+    return subHeaderKey(headers.super[header], ownParamOf(design, header));
+  }
+  return definitionKey(static_cast<oaTypeEnum>(headers.kind[header]), design.strings().text(headers.name[header]));
+}
+
+NameIndex &headersByKey(DesignDatabase &design) {
+  NameIndex &index = design.viaState.headersByKey;
+  if (!index.isBuilt()) {
+    index.clear();
+    for (Row row = design.viaHeaders.nextAlive(kNoRow); row != kNoRow; row = design.viaHeaders.nextAlive(row)) {
+      index.add(keyOf(design, row), row);
+    }
+    index.setBuilt();
+  }
+  return index;
+}
+
+Row addHeader(DesignDatabase &design, oaTypeEnum kind, Row name, std::string key) {
+  ViaHeaderTable &headers = design.viaHeaders;
+  const Row row = headers.addRow();
+  headers.kind.set(row, static_cast<std::uint8_t>(kind));
+  headers.name.set(row, name);
+  oaBox unknown;
+  unknown.init();
+  headers.masterBox.set(row, unknown);
+  headersByKey(design).add(std::move(key), row);
+  return row;
+}
+
+} // namespace
+
+DesignRow viaHeaderRow(const oaObject *header, std::uint8_t kind) {
+  const DesignRow at = designRow(header, kViaHeaderTable);
+  const std::uint8_t found = at.design.viaHeaders.kind[at.row];
+  if ((found != oacStdViaHeaderType && found != oacCustomViaHeaderType) || (kind != 0 && found != kind)) {
+    raiseCorrupted(at.design.viaHeaders, at.row, "kind " + std::to_string(found) + " is not what is expected here");
+  }
+  return at;
+}
+
+Row headerOfVia(DesignDatabase &design, Row via) {
+  const ViaHeaderTable &headers = design.viaHeaders;
+  const Row header = checkedRow(headers, design.vias.header[via], "a via");
+  const std::uint8_t expected = design.vias.kind[via] == oacStdViaType ? oacStdViaHeaderType : oacCustomViaHeaderType;
+  if (OA_UNLIKELY(headers.kind[header] != expected || isSuperHeader(design, header))) {
+    raiseCorrupted(design.vias, via, "the header in row " + std::to_string(header) + " places no vias of this kind");
+  }
+  return header;
+}
+
+bool isSubHeader(const DesignDatabase &design, Row header) { return design.viaHeaders.super[header] != kNoRow; }
+
+bool isSuperHeader(const DesignDatabase &design, Row header) {
+  return design.viaHeaders.kind[header] == oacStdViaHeaderType && !isSubHeader(design, header);
+}
+
+Row findViaHeader(DesignDatabase &design, oaTypeEnum kind, const std::string &name) {
+  return headersByKey(design).find(definitionKey(kind, name));
+}
+
+Row stdViaHeaderFor(DesignDatabase &design, const std::string &name, const oaViaParam &own) {
+  ViaHeaderTable &headers = design.viaHeaders;
+  Row super = findViaHeader(design, oacStdViaHeaderType, name);
+  if (super != kNoRow) {
+    const Row known = headersByKey(design).find(subHeaderKey(super, own));
+    if (known != kNoRow) {
+      return known;
+    }
+  } else {
+    super =
+        addHeader(design, oacStdViaHeaderType, design.strings().intern(name), definitionKey(oacStdViaHeaderType, name));
+  }
+  const Row header = addHeader(design, oacStdViaHeaderType, headers.name[super], subHeaderKey(super, own));
+  const Row params = design.viaParams.addRow();
+  design.viaParams.params.set(params, storedViaParam(own, design.viaMissingCuts));
+  headers.super.set(header, super);
+  headers.params.set(header, params);
+  headers.users.set(super, headers.users[super] + 1);
+  if (design.viaState.subHeadersOfHeader.isBuilt()) {
+    design.viaState.subHeadersOfHeader.add(super, header);
+  }
+  return header;
+}
+
+Row customViaHeaderFor(DesignDatabase &design, const std::string &name, const std::string &lib, const std::string &cell,
+                       const std::string &view) {
+  ViaHeaderTable &headers = design.viaHeaders;
+  Row header = findViaHeader(design, oacCustomViaHeaderType, name);
+  if (header == kNoRow) {
+    header = addHeader(design, oacCustomViaHeaderType, design.strings().intern(name),
+                       definitionKey(oacCustomViaHeaderType, name));
+    headers.lib.set(header, design.strings().intern(lib));
+    headers.cell.set(header, design.strings().intern(cell));
+    headers.view.set(header, design.strings().intern(view));
+  }
+  return header;
+}
+
+namespace {
+
+void destroyHeader(DesignDatabase &design, Row header) {
+  headersByKey(design).remove(keyOf(design, header), header);
+  unbindViaMaster(design, header);
+  const Row super = design.viaHeaders.super[header];
+  design.destroyRow(design.viaHeaders, header);
+  if (super == kNoRow) {
+    return;
+  }
+  if (design.viaState.subHeadersOfHeader.isBuilt()) {
+    design.viaState.subHeadersOfHeader.remove(super, header);
+  }
+  if (!design.viaHeaders.isAlive(super)) { // a damaged file
+    return;
+  }
+  const std::uint32_t users = design.viaHeaders.users[super];
+  if (users > 1) {
+    design.viaHeaders.users.set(super, users - 1);
+  } else if (isSuperHeader(design, super)) {
+    destroyHeader(design, super);
+  }
+}
+
+} // namespace
+
+void joinViaHeader(DesignDatabase &design, Row via, Row header) {
+  design.vias.header.set(via, header);
+  design.viaHeaders.users.set(header, design.viaHeaders.users[header] + 1);
+  if (design.viaState.viasOfHeader.isBuilt()) {
+    design.viaState.viasOfHeader.add(header, via);
+  }
+}
+
+void leaveViaHeader(DesignDatabase &design, Row via) {
+  const Row header = design.vias.header[via];
+  if (design.viaState.viasOfHeader.isBuilt()) {
+    design.viaState.viasOfHeader.remove(header, via);
+  }
+  if (!design.viaHeaders.isAlive(header)) { // a damaged file
+    return;
+  }
+  const std::uint32_t users = design.viaHeaders.users[header];
+  if (users > 1) {
+    design.viaHeaders.users.set(header, users - 1);
+  } else {
+    destroyHeader(design, header);
+  }
+}
+
+oaViaParam ownParamOf(const DesignDatabase &design, Row header) {
+  if (isSuperHeader(design, header)) {
+    return oaViaParam();
+  }
+  const Row params = design.viaHeaders.params[header];
+  return loadedViaParam(design.viaParams.params[checkedRow(design.viaParams, params, "a via header")],
+                        design.viaMissingCuts);
+}
+
+namespace {
+
+OwnerIndex &builtIndex(OwnerIndex &index, const Table &table, const Column<Row> &owners) {
+  if (!index.isBuilt()) {
+    index.clear();
+    for (Row row = table.nextAlive(kNoRow); row != kNoRow; row = table.nextAlive(row)) {
+      if (owners[row] != kNoRow) {
+        index.add(owners[row], row);
+      }
+    }
+    index.setBuilt();
+  }
+  return index;
+}
+
+} // namespace
+
+OwnerIndex &viasOfHeader(DesignDatabase &design) {
+  return builtIndex(design.viaState.viasOfHeader, design.vias, design.vias.header);
+}
+
+OwnerIndex &subHeadersOfHeader(DesignDatabase &design) {
+  return builtIndex(design.viaState.subHeadersOfHeader, design.viaHeaders, design.viaHeaders.super);
+}
+
+} // namespace kit
+
+using namespace kit;
+
+namespace {
+
+DesignRow currentHeader(const oaCustomViaHeader *header) {
+  const DesignRow at = viaHeaderRow(header, oacCustomViaHeaderType);
+  followViaDef(at.design, at.row);
+  return at;
+}
+
+void getCustomName(const oaCustomViaHeader *header, Column<Row> ViaHeaderTable::*column, const oaNameSpace &ns,
+                   oaString &name) {
+  const DesignRow at = currentHeader(header);
+  getStoredName(at.design.strings(), (at.design.viaHeaders.*column)[at.row], ns, name);
+}
+
+void getCustomName(const oaCustomViaHeader *header, Column<Row> ViaHeaderTable::*column, oaScalarName &name) {
+  const DesignRow at = currentHeader(header);
+  getStoredName(at.design.strings(), (at.design.viaHeaders.*column)[at.row], name);
+}
+
+} // namespace
+
+oaViaDef *oaViaHeader::getViaDef() const {
+  const DesignRow at = viaHeaderRow(this);
+  return viaDefOf(at.design, at.row);
+}
+
+void oaViaHeader::getViaDefName(oaString &name) const {
+  const DesignRow at = viaHeaderRow(this);
+  at.design.strings().get(at.design.viaHeaders.name[at.row], name);
+}
+
+oaCollection<oaVia, oaViaHeader> oaViaHeader::getVias() const {
+  static const MembersKind kind(viasOfHeader, kViaTable);
+  const DesignRow at = viaHeaderRow(this);
+  return CollectionAccess::make<oaCollection<oaVia, oaViaHeader>>(kind, &at.design.viaHeaders, at.row);
+}
+
+oaCollection<oaViaHeader, oaViaHeader> oaViaHeader::getSubHeaders() const {
+  static const MembersKind kind(subHeadersOfHeader, kViaHeaderTable);
+  const DesignRow at = viaHeaderRow(this);
+  return CollectionAccess::make<oaCollection<oaViaHeader, oaViaHeader>>(kind, &at.design.viaHeaders, at.row);
+}
+
+oaViaHeader *oaViaHeader::find(const oaBlock *block, const oaString &viaDefName) {
+  DesignDatabase &design = designOfBlock(block);
+  const std::string name = textOf(viaDefName);
+  const Row std = findViaHeader(design, oacStdViaHeaderType, name);
+  return objectAt<oaViaHeader>(design.viaHeaders,
+                               std != kNoRow ? std : findViaHeader(design, oacCustomViaHeaderType, name));
+}
+
+oaViaHeader *oaViaHeader::find(const oaBlock *block, const oaViaDef *viaDef) {
+  DesignDatabase &design = designOfBlock(block);
+  oaString name;
+  viaDef->getName(name);
+  const oaTypeEnum kind = viaDef->getType() == oacStdViaDefType ? oacStdViaHeaderType : oacCustomViaHeaderType;
+  return objectAt<oaViaHeader>(design.viaHeaders, findViaHeader(design, kind, textOf(name)));
+}
+
+void oaStdViaHeader::getParams(oaViaParam &params) const {
+  const DesignRow at = viaHeaderRow(this, oacStdViaHeaderType);
+  getEffectiveParams(at.design, at.row, params);
+}
+
+void oaCustomViaHeader::getLibName(oaScalarName &libName) const { getCustomName(this, &ViaHeaderTable::lib, libName); }
+void oaCustomViaHeader::getCellName(oaScalarName &cellName) const {
+  getCustomName(this, &ViaHeaderTable::cell, cellName);
+}
+void oaCustomViaHeader::getViewName(oaScalarName &viewName) const {
+  getCustomName(this, &ViaHeaderTable::view, viewName);
+}
+void oaCustomViaHeader::getLibName(const oaNameSpace &ns, oaString &libName) const {
+  getCustomName(this, &ViaHeaderTable::lib, ns, libName);
+}
+void oaCustomViaHeader::getCellName(const oaNameSpace &ns, oaString &cellName) const {
+  getCustomName(this, &ViaHeaderTable::cell, ns, cellName);
+}
+void oaCustomViaHeader::getViewName(const oaNameSpace &ns, oaString &viewName) const {
+  getCustomName(this, &ViaHeaderTable::view, ns, viewName);
+}
+
+void oaCustomViaHeader::getParams(oaParamArray &params) const {
+  (void)viaHeaderRow(this, oacCustomViaHeaderType);
+  params.setNumElements(0);
+}
+
+void oaCustomViaHeader::getAllParams(oaParamArray &params) const { getParams(params); }
+
+oaCollection<oaViaHeader, oaBlock> oaBlock::getViaHeaders() const {
+  return wholeTable<oaCollection<oaViaHeader, oaBlock>>(designOfBlock(this).viaHeaders);
+}
+
+} // namespace OpenAccess_4
