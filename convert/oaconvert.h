@@ -150,6 +150,13 @@ public:
   // library's name and directory, where the pointers are not null. Never creates a library, never raises.
   static bool isOaLibrary(const QString &file, QString *lib, QString *path);
 
+  // Technology (library/).
+
+  // The technology of a library, opened for reading; the caller closes it. Waits up to 20 seconds for another process
+  // that writes the library. Null when the library is not known, and after a line on standard output when OpenAccess
+  // raises.
+  static oa::oaTech *openTechLib(const QString &lib);
+
   // Component library (schematic/).
 
   // The cells of a library that have a view named "symbol", of whatever type, in the library's order. `path` may be

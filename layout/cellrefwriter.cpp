@@ -4,7 +4,7 @@
 #include "designholder.h"
 #include "oapluginmain.h"
 #include "saveguard.h"
-#include "viaparameters.h"
+#include "viawriter.h"
 
 using namespace oa;
 
@@ -129,16 +129,60 @@ void connectTerminals(oaPlugInMain &host, const Reference &reference, oaInst *in
   }
 }
 
-// The reader's list of a via as parameters. Such a reference has no cell behind it, so it must not become an instance.
-bool isVia(const Reference &reference) {
-  const QString type = oaConvert::getParameter_(QLatin1String(viakey::kType), reference.parameterNames,
-                                                reference.parameterValues, QString());
-  return type == QLatin1String(viakey::kStdVia) || type == QLatin1String(viakey::kCustomVia);
+// A reference whose parameters are the reader's list of a via becomes that via. It has no name and no terminals. Null
+// when the definition is missing, which the host was told.
+oaVia *placeVia(oaPlugInMain &host, const Reference &reference, const oaTransform &xform) {
+  if (!viawriter::isCustomVia(reference.parameterNames, reference.parameterValues)) {
+    return viawriter::createStdVia(host, reference.parameterNames, reference.parameterValues, xform);
+  }
+  oaCustomViaDef *viaDef = viawriter::findCustomViaDef(host, reference.parameterNames, reference.parameterValues);
+  if (!viaDef) {
+    return nullptr;
+  }
+  Reference master = reference;
+  oaString lib;
+  oaString cell;
+  oaString view;
+  viaDef->getLibName(oaConvert::ns, lib);
+  viaDef->getCellName(oaConvert::ns, cell);
+  viaDef->getViewName(oaConvert::ns, view);
+  master.lib = oaConvert::toString(lib);
+  master.cell = oaConvert::toString(cell);
+  master.view = oaConvert::toString(view);
+  viawriter::takeMasterParameters(master.parameterNames, master.parameterValues);
+  oaParamArray merged;
+  const oaParamArray *params = paramsOf(host, master, merged) ? &merged : nullptr;
+  return oaCustomVia::create(host.currentBlock, viaDef, xform, params);
 }
 
-void refuseVia(oaPlugInMain &host, const Reference &reference) {
-  emit host.reportError(oaPlugInMain::tr("vias cannot be written in this build, the via is left out"), 1,
-                        QLatin1String(reference.operation) + QLatin1String(": ") + reference.described());
+void connectVia(oaPlugInMain &host, const Reference &reference, oaVia *via, const QStringList &netNames) {
+  if (!via || netNames.isEmpty()) {
+    return;
+  }
+  via->addToNet(netNamed(host, netNames.first()));
+  if (netNames.count(netNames.first()) != netNames.size()) {
+    emit host.reportError(oaPlugInMain::tr("a via can be on one net only"), 2,
+                          reference.described() + QLatin1String(": ") + netNames.join(QLatin1String(" ")));
+  }
+}
+
+// There are no arrays of vias: each element becomes a via of its own.
+void placeVias(oaPlugInMain &host, const Reference &reference, const ArrayStep &step) {
+  const oaTransform first = transformOf(host, reference);
+  for (int row = 0; row < step.rows; ++row) {
+    for (int column = 0; column < step.columns; ++column) {
+      const qint64 x = first.xOffset() + qint64(column) * step.columnPitch;
+      const qint64 y = first.yOffset() + qint64(row) * step.rowPitch;
+      if (x != int(x) || y != int(y)) {
+        emit host.reportError(oaPlugInMain::tr("array of vias beyond the range of coordinates, the rest is left out"),
+                              1, reference.described());
+        return;
+      }
+      if (!placeVia(host, reference, oaTransform(int(x), int(y), first.orient()))) {
+        return;
+      }
+    }
+  }
 }
 
 oaInst *instNamed(oaBlock *block, const QString &name) {
@@ -164,8 +208,8 @@ void oaPlugInMain::saveCellref(QString lib, QString cell, QString view, QPoint o
   saving(
       *this, reference.operation,
       [&] {
-        if (isVia(reference)) {
-          refuseVia(*this, reference);
+        if (viawriter::isVia(reference.parameterNames, reference.parameterValues)) {
+          connectVia(*this, reference, placeVia(*this, reference, transformOf(*this, reference)), netNames);
         } else {
           connectTerminals(*this, reference, placeScalar(*this, reference), terminalNames, netNames);
         }
@@ -189,8 +233,8 @@ void oaPlugInMain::saveCellrefArray(QString lib, QString cell, QString view, QPo
   saving(
       *this, reference.operation,
       [&] {
-        if (isVia(reference)) {
-          refuseVia(*this, reference);
+        if (viawriter::isVia(reference.parameterNames, reference.parameterValues)) {
+          placeVias(*this, reference, {columnPitch, rowPitch, columns, rows});
         } else {
           placeArray(*this, reference, {columnPitch, rowPitch, columns, rows});
         }

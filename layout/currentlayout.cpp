@@ -9,8 +9,29 @@ using namespace oa;
 
 namespace currentlayout {
 
+const oaBlock *BeingRead::block_ = nullptr;
+
+BeingRead::~BeingRead() {
+  block_ = outer_;
+  if (own_ && host_.currentBlock == own_) {
+    host_.currentBlock = nullptr;
+  }
+}
+
+void BeingRead::show(oaDesign *design, oaBlock *block) {
+  host_.currentDesign = design;
+  host_.currentBlock = block;
+  own_ = block;
+  block_ = block;
+}
+
+bool isBeingWritten(const oaPlugInMain &host) {
+  return host.currentDesign && host.currentBlock && !BeingRead::isShown(host.currentBlock) &&
+         host.currentDesign->isValid();
+}
+
 bool isOpen(oaPlugInMain &host, const char *label) {
-  if (host.currentDesign && host.currentBlock && host.currentDesign->isValid() && host.currentBlock->isValid()) {
+  if (isBeingWritten(host) && host.currentBlock->isValid()) {
     return true;
   }
   emit host.reportError(oaPlugInMain::tr("no design is open for writing"), 1, QLatin1String(label));
@@ -28,7 +49,7 @@ void adopt(oaPlugInMain &host, oaDesign *design) {
 }
 
 void abandon(oaPlugInMain &host) {
-  if (host.currentDesign && host.currentDesign->isValid()) {
+  if (isBeingWritten(host)) {
     if (host.currentDesign->isModified()) {
       emit host.reportError(oaPlugInMain::tr("a design was left open, its unsaved changes are lost"), 1, path(host));
     }

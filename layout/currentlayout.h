@@ -8,6 +8,30 @@
 // The design that the plug-in object holds between a begin operation and saveClose().
 namespace currentlayout {
 
+// A reader shows its design as the current one while it walks. That design is not open for writing, whoever else may
+// have it open, and its block is forgotten at the end, unless an operation called in a slot has put another in its
+// place.
+class BeingRead {
+public:
+  explicit BeingRead(oaPlugInMain &host) : host_(host), outer_(block_) {}
+  ~BeingRead();
+  BeingRead(const BeingRead &) = delete;
+  BeingRead &operator=(const BeingRead &) = delete;
+
+  // `block` may be null.
+  void show(oa::oaDesign *design, oa::oaBlock *block);
+  static bool isShown(const oa::oaBlock *block) { return block && block == block_; }
+
+private:
+  oaPlugInMain &host_;
+  const oa::oaBlock *own_ = nullptr;
+  const oa::oaBlock *outer_; // of the reader in one of whose slots this one was called
+  static const oa::oaBlock *block_;
+};
+
+// Whether the plug-in itself holds the current design open for writing.
+bool isBeingWritten(const oaPlugInMain &host);
+
 // Whether there is a live design to write into; tells the host when there is not.
 bool isOpen(oaPlugInMain &host, const char *label);
 

@@ -3,14 +3,12 @@
 #include <cstring>
 
 #include "designholder.h"
+#include "hostdatanames.h"
 #include "viaparameters.h"
 
 using namespace oa;
 
 namespace {
-
-// View name of the host's component views, which are no layouts.
-const char kComponentViewName[] = "TarnwickdaleComponent";
 
 QString withCause(const QString &object, const oaException &exception) {
   return object + QLatin1String(": ") + oaConvert::toString(exception.getMsg());
@@ -120,7 +118,7 @@ Master *MasterTable::find(oaInst *inst) {
   if (!inserted.second) {
     return &master;
   }
-  if (std::strcmp(path.viewText, kComponentViewName) == 0) {
+  if (std::strcmp(path.viewText, hostdata::kComponentView) == 0) {
     master.fault = Master::kComponentView;
     master.detail = path.text();
     return &master;

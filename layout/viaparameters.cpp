@@ -8,27 +8,34 @@ using namespace oa;
 
 namespace {
 
-typedef const oaVector &(oaViaParam::*VectorGetter)() const;
-typedef oaUInt4 (oaViaParam::*NumberGetter)() const;
-
 // Both tables are in the order of the list.
 const struct {
   const char *key;
-  VectorGetter get;
+  oaViaParamTypeEnum type;
+  const oaVector &(oaViaParam::*get)() const;
+  void (oaViaParam::*set)(const oaVector &);
 } kVectors[] = {
-    {"layer1Enc", &oaViaParam::getLayer1Enc},       {"layer2Enc", &oaViaParam::getLayer2Enc},
-    {"implant1Enc", &oaViaParam::getImplant1Enc},   {"implant2Enc", &oaViaParam::getImplant2Enc},
-    {"layer1Offset", &oaViaParam::getLayer1Offset}, {"layer2Offset", &oaViaParam::getLayer2Offset},
-    {"cutSpacing", &oaViaParam::getCutSpacing},     {"originOffset", &oaViaParam::getOriginOffset},
+    {"layer1Enc", oacLayer1EncViaParamType, &oaViaParam::getLayer1Enc, &oaViaParam::setLayer1Enc},
+    {"layer2Enc", oacLayer2EncViaParamType, &oaViaParam::getLayer2Enc, &oaViaParam::setLayer2Enc},
+    {"implant1Enc", oacImplant1EncViaParamType, &oaViaParam::getImplant1Enc, &oaViaParam::setImplant1Enc},
+    {"implant2Enc", oacImplant2EncViaParamType, &oaViaParam::getImplant2Enc, &oaViaParam::setImplant2Enc},
+    {"layer1Offset", oacLayer1OffsetViaParamType, &oaViaParam::getLayer1Offset, &oaViaParam::setLayer1Offset},
+    {"layer2Offset", oacLayer2OffsetViaParamType, &oaViaParam::getLayer2Offset, &oaViaParam::setLayer2Offset},
+    {"cutSpacing", oacCutSpacingViaParamType, &oaViaParam::getCutSpacing, &oaViaParam::setCutSpacing},
+    {"originOffset", oacOriginOffsetViaParamType, &oaViaParam::getOriginOffset, &oaViaParam::setOriginOffset},
 };
 
 const struct {
   const char *key;
-  NumberGetter get;
+  oaViaParamTypeEnum type;
+  oaUInt4 (oaViaParam::*get)() const;
+  void (oaViaParam::*set)(oaUInt4);
 } kNumbers[] = {
-    {"cutWidth", &oaViaParam::getCutWidth}, {"cutHeight", &oaViaParam::getCutHeight},
-    {"cutLayer", &oaViaParam::getCutLayer}, {"cutColumns", &oaViaParam::getCutColumns},
-    {"cutRows", &oaViaParam::getCutRows},
+    {"cutWidth", oacCutWidthViaParamType, &oaViaParam::getCutWidth, &oaViaParam::setCutWidth},
+    {"cutHeight", oacCutHeightViaParamType, &oaViaParam::getCutHeight, &oaViaParam::setCutHeight},
+    {"cutLayer", oacCutLayerViaParamType, &oaViaParam::getCutLayer, &oaViaParam::setCutLayer},
+    {"cutColumns", oacCutColumnsViaParamType, &oaViaParam::getCutColumns, &oaViaParam::setCutColumns},
+    {"cutRows", oacCutRowsViaParamType, &oaViaParam::getCutRows, &oaViaParam::setCutRows},
 };
 
 QStringList &addPair(QStringList &list, const char *key, const QString &value) {
@@ -87,6 +94,39 @@ QStringList oaConvert::toViaParameterList(const oaViaParam &params, const QStrin
   addPair(list, viakey::kLayer1, toString(layer1));
   addPair(list, viakey::kLayer2, toString(layer2));
   return list;
+}
+
+oaViaParam toOaViaParam(const QStringList &names, const QStringList &values) {
+  oaViaParam params;
+  QString text;
+  const auto has = [&](const char *key) {
+    text = oaConvert::getParameter_(QLatin1String(key), names, values, QString());
+    return !text.isNull();
+  };
+  for (const auto &vector : kVectors) {
+    if (has(vector.key)) {
+      (params.*vector.set)(oaConvert::toOaVector(text));
+    }
+  }
+  for (const auto &number : kNumbers) {
+    if (has(number.key)) {
+      (params.*number.set)(text.toUInt());
+    }
+  }
+  return params;
+}
+
+void leaveToDefinition(oaViaParam &params, const oaViaParam &definition) {
+  for (const auto &vector : kVectors) {
+    if ((params.*vector.get)() == (definition.*vector.get)()) {
+      params.setDefault(vector.type);
+    }
+  }
+  for (const auto &number : kNumbers) {
+    if ((params.*number.get)() == (definition.*number.get)()) {
+      params.setDefault(number.type);
+    }
+  }
 }
 
 QStringList toCustomViaParameterList(const oaParamArray &params, const QString &viaDefName, const oaViaDef *viaDef) {

@@ -18,6 +18,11 @@ const char kLayer1[] = "layer1";
 const char kLayer2[] = "layer2";
 } // namespace viakey
 
+// The parameters in the list of a standard via; what it does not name is left to the definition.
+oa::oaViaParam toOaViaParam(const QStringList &names, const QStringList &values);
+// Flags the values that are the definition's anyway as default, so that a via follows its definition.
+void leaveToDefinition(oa::oaViaParam &params, const oa::oaViaParam &definition);
+
 // The list of a custom via. `viaDef` may be null for an unbound via; its layer numbers are left out then.
 QStringList toCustomViaParameterList(const oa::oaParamArray &params, const QString &viaDefName,
                                      const oa::oaViaDef *viaDef);

@@ -8,7 +8,7 @@
 //
 // Names travel as text in the native name space. Coordinates, widths, heights and pitches are database units.
 // Operations that meet an OpenAccess error print "ERROR (<operation>): <message> \n" on standard output and return an
-// empty or false result.
+// empty or false result; saveSchematic() and openSchematic() are exceptions.
 
 #include <QPoint>
 #include <QPolygon>
@@ -44,7 +44,7 @@ public:
   // Full path of the active lib.defs, or an empty text.
   virtual QString getLibDefsFilename() = 0;
 
-  // Queries. Lists are sorted by character code.
+  // Queries. Lists are sorted by character code, but for components, which come in the library's order.
 
   virtual QStringList getLibs() = 0;
   virtual QStringList getCellNames(QString lib) = 0;
@@ -104,6 +104,7 @@ public:
 
   virtual void saveLayout(QString lib, QString cell, QString view, bool replaceConnectivity, QStringList netNames,
                           QStringList termNames) = 0;
+  // What OpenAccess refuses here reaches the caller as its exception.
   virtual void saveSchematic(QString lib, QString cell, QString view) = 0;
   virtual void saveSymbol(QString lib, QString cell, QString view) = 0;
 
@@ -131,6 +132,8 @@ public:
 
   virtual void loadNetlist(QString lib, QString cell, QString view) = 0;
   virtual void loadComponent(QString lib, QString device) = 0;
+  // Throws a QString for the user when there is nothing to show: "can not open", "no data", "can not create parametric
+  // cell".
   virtual void openSchematic(QString lib, QString cell, QString view, QString libPath) = 0;
 
   virtual void saveNet(int net, QString name, int kind) = 0;

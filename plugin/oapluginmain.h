@@ -60,6 +60,10 @@ public:
   void writeLayoutData(QString lib, QString cell, QString data) override;
   void writeCdfData(QString lib, QString cell, QString data) override;
   QString importLayer(QString location, int layerCount) override;
+  // Makes `currentTech` the technology of the current design's library, open in `mode` ('r', 'a' or 'w'); a library
+  // without one gets one. A technology that is current already is reopened when its mode differs. Does nothing without
+  // a current design. OpenAccess's exceptions pass to the caller.
+  void openTech(char mode);
 
   // Layout reader (layout/).
 

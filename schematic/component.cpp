@@ -5,6 +5,7 @@
 #include "componentdrawing.h"
 #include "designname.h"
 #include "dmdataholder.h"
+#include "hostdatanames.h"
 #include "oapluginmain.h"
 #include "qttoolkit.h"
 #include "saveguard.h"
@@ -15,7 +16,6 @@ using namespace oa;
 namespace {
 
 const char kCdfProperty[] = "cdfData";
-const char kCacheProperty[] = "cachedComponents";
 // Property of a symbol's design, "x y": the point of the drawing that the host takes for the component's origin.
 const char kOffsetProperty[] = "offset";
 
@@ -39,7 +39,7 @@ void sendLibraryProperties(oaPlugInMain &host, const DesignName &symbol) {
     return;
   }
   const DMDataHolder<oaLibDMData> data(oaLibDMData::open(symbol.lib, 'r'));
-  sendProperties(host, data.get(), kCacheProperty, ComponentLibraryProperty);
+  sendProperties(host, data.get(), hostdata::kCachedComponents, ComponentLibraryProperty);
 }
 
 void sendCellProperties(oaPlugInMain &host, const DesignName &symbol) {

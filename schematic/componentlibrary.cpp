@@ -5,6 +5,7 @@
 
 #include "dmdataholder.h"
 #include "errorguard.h"
+#include "hostdatanames.h"
 #include "libraryaccess.h"
 #include "oapluginmain.h"
 #include "qttoolkit.h"
@@ -14,8 +15,6 @@ using namespace oa;
 namespace {
 
 const char kSymbolView[] = "symbol";
-const char kCacheProperty[] = "cachedComponents";
-const char kCacheType[] = "Tarnwickdale";
 const QChar kSeparator = QLatin1Char(';');
 
 const oaUInt4 kAccessTimeoutSeconds = 10;
@@ -72,7 +71,7 @@ QStringList readCache(const oaScalarName &libName, const oaString &path) {
   oaIter<oaProp> properties(data->getProps());
   while (const oaProp *property = properties.getNext()) {
     property->getName(text);
-    if (text == kCacheProperty) {
+    if (text == hostdata::kCachedComponents) {
       property->getValue(text);
       if (!text.isEmpty()) { // the list of a library without components; it has no entry, not an empty one
         components = oaConvert::toString(text).split(kSeparator);
@@ -105,12 +104,12 @@ void writeCache(const oaScalarName &libName, const oaString &path, const QString
   oaIter<oaProp> properties(data->getProps());
   while (oaProp *property = properties.getNext()) {
     property->getName(name);
-    if (name == kCacheProperty) {
+    if (name == hostdata::kCachedComponents) {
       property->destroy();
     }
   }
   const QByteArray text = toolkit::toEightBit(components.join(QString(kSeparator)));
-  oaAppProp::create(data.get(), kCacheProperty, kCacheType, oaUInt4(text.size()),
+  oaAppProp::create(data.get(), hostdata::kCachedComponents, hostdata::kApplication, oaUInt4(text.size()),
                     reinterpret_cast<const oaByte *>(text.constData()));
   data->save();
 }

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "hostname.h"
+#include "hostsyntax.h"
 #include "pointtext.h"
 #include "schematiclayers.h"
 #include "widenets.h"

@@ -1,5 +1,5 @@
-#ifndef HOSTNAME_H
-#define HOSTNAME_H
+#ifndef HOSTSYNTAX_H
+#define HOSTSYNTAX_H
 
 #include <oa/oaDesignDB.h>
 

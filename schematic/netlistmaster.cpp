@@ -4,30 +4,42 @@
 
 #include "designholder.h"
 #include "errorguard.h"
-#include "hostname.h"
+#include "hostdatanames.h"
+#include "hostsyntax.h"
 #include "oapluginmain.h"
 
 using namespace oa;
 
 namespace {
 
-// Placements of this view are sent under the plain name of the cell.
-const char kComponentView[] = "TarnwickdaleComponent";
-
 std::string hostTextOf(oaString text) {
   toHostName(text);
   return static_cast<const oaChar *>(text);
 }
 
-// The bits of a name in written order, repeats included.
-std::vector<std::string> bitsOf(const oaName &name) {
-  std::vector<std::string> bits;
+template <typename Name> void appendBits(const Name &name, std::vector<std::string> &bits) {
   const oaUInt4 count = name.getNumBits();
-  bits.reserve(count);
   oaString text;
   for (oaUInt4 i = 0; i < count; ++i) {
     name.getBitName(oaConvert::ns, i, text);
     bits.push_back(hostTextOf(text));
+  }
+}
+
+// The bits of a name in written order, repeats included. Member by member: to ask a bundle for each of its bits would
+// walk over the members again and again.
+std::vector<std::string> bitsOf(const oaName &name) {
+  std::vector<std::string> bits;
+  bits.reserve(name.getNumBits());
+  if (name.getType() != oacBundleNameType) {
+    appendBits(name, bits);
+    return bits;
+  }
+  const oaBundleName &bundle = *name.getBundle();
+  for (oaUInt4 i = 0; i < bundle.getNumMembers(); ++i) {
+    for (oaUInt4 repeat = bundle[i].getRepeat(); repeat > 0; --repeat) {
+      appendBits(bundle[i], bits);
+    }
   }
   return bits;
 }
@@ -54,7 +66,8 @@ NetlistMaster::NetlistMaster(oaInst *inst) {
   const QString cellName = oaConvert::toString(cell);
   const QString viewName = oaConvert::toString(view);
   path_ = oaConvert::toString(lib) + QLatin1Char('/') + cellName + QLatin1Char('/') + viewName;
-  deviceName_ = viewName == QLatin1String(kComponentView) ? cellName : oaConvert::toDeviceName(cellName, viewName);
+  deviceName_ =
+      viewName == QLatin1String(hostdata::kComponentView) ? cellName : oaConvert::toDeviceName(cellName, viewName);
   guard::reporting([&] { readTerminals(inst); }, [this](const QString &cause) { fault_ = cause; });
 }
 

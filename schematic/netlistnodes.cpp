@@ -24,15 +24,42 @@ NetlistNodes::Bits NetlistNodes::bitsOf(oaNet *net) {
   if (known != bitsByNet_.end()) {
     return known->second;
   }
+  const oaType type = net->getType();
+  if (type != oacBundleNetType && type != oacBusNetType) {
+    nodeOfBit(static_cast<oaBitNet *>(net));
+    return bitsByNet_.find(net)->second;
+  }
+  const std::vector<int> nodes = type == oacBundleNetType ? nodesOfBundle(static_cast<oaBundleNet *>(net))
+                                                          : nodesOfBus(static_cast<oaBusNet *>(net));
+  const Bits bits = {bitNodes_.size(), nodes.size()};
+  bitNodes_.insert(bitNodes_.end(), nodes.begin(), nodes.end());
+  return bitsByNet_.emplace(net, bits).first->second;
+}
+
+std::vector<int> NetlistNodes::nodesOfBus(oaBusNet *net) {
   const oaUInt4 count = net->getNumBits();
   std::vector<int> nodes;
   nodes.reserve(count);
   for (oaUInt4 i = 0; i < count; ++i) {
     nodes.push_back(nodeOfBit(net->getBit(i)));
   }
-  const Bits bits = {bitNodes_.size(), nodes.size()};
-  bitNodes_.insert(bitNodes_.end(), nodes.begin(), nodes.end());
-  return bitsByNet_.emplace(net, bits).first->second;
+  return nodes;
+}
+
+// Member by member: to ask a bundle for each of its bits would walk over the members again and again.
+std::vector<int> NetlistNodes::nodesOfBundle(oaBundleNet *net) {
+  std::vector<int> nodes;
+  nodes.reserve(net->getNumBits());
+  const oaUInt4 members = net->getNumMembers();
+  for (oaUInt4 i = 0; i < members; ++i) {
+    const Bits member = bitsOf(net->getMember(i));
+    for (oaUInt4 repeat = net->getRepeat(i); repeat > 0; --repeat) {
+      for (size_t bit = 0; bit < member.count; ++bit) {
+        nodes.push_back(nodeOf(member, bit));
+      }
+    }
+  }
+  return nodes;
 }
 
 // A net of one bit is its own bit, so this serves nets and bits of nets alike.

@@ -33,6 +33,8 @@ public:
 
 private:
   int nodeOfBit(oa::oaBitNet *bit);
+  std::vector<int> nodesOfBus(oa::oaBusNet *net);
+  std::vector<int> nodesOfBundle(oa::oaBundleNet *net);
   void setExternal(const Bits &bits);
 
   std::vector<Node> nodes_;

@@ -1,12 +1,15 @@
 #include "netlistwalk.h"
 
-#include "hostname.h"
+#include "hostsyntax.h"
 
 using namespace oa;
 
 namespace {
 
 const int kOpen = -1;
+
+// A design that fits its symbols nowhere need not be told instance by instance.
+const int kMostReports = 100;
 
 // More connections than a design can have that a machine of today holds; only a damaged one asks for them.
 const size_t kMostConnections = size_t(1) << 28;
@@ -84,8 +87,10 @@ void NetlistWalk::findConnections(oaInst *inst, NetlistMaster &master) {
   connections_.clear();
   oaIter<oaInstTerm> instTerms(inst->getInstTerms());
   while (oaInstTerm *instTerm = instTerms.getNext()) {
-    NetlistMaster::Terminal &terminal = master.terminalOf(instTerm, connections_.size());
-    connections_.push_back({&terminal, nodes_.bitsOf(instTerm->getNet())});
+    faults_.guardObject([&] {
+      NetlistMaster::Terminal &terminal = master.terminalOf(instTerm, connections_.size());
+      connections_.push_back({&terminal, nodes_.bitsOf(instTerm->getNet())});
+    });
   }
 }
 
@@ -94,13 +99,21 @@ void NetlistWalk::connect(Device &device) {
   const size_t width = size_t(device.terminals.size());
   deviceNodes_.resize(device.firstNode + device.bitCount * width, kOpen);
   size_t added = size_t(device.master->terminals().size());
+  bool isReported = false;
   for (const Connection &connection : connections_) {
     const NetlistMaster::Terminal &terminal = *connection.terminal;
     const size_t stride = strideOf(connection, device);
     for (size_t bit = 0; bit < device.bitCount; ++bit) {
       int *row = &deviceNodes_[device.firstNode + bit * width];
       for (size_t i = 0; i < terminal.width() && bit * stride + i < connection.bits.count; ++i) {
-        row[terminal.isMissing() ? added + i : terminal.places[i]] = nodes_.nodeOf(connection.bits, bit * stride + i);
+        int &place = row[terminal.isMissing() ? added + i : terminal.places[i]];
+        const int node = nodes_.nodeOf(connection.bits, bit * stride + i);
+        if (place != kOpen && place != node && !isReported) {
+          isReported = true;
+          report(oaPlugInMain::tr("a terminal is connected to two nets"), device.inst, *device.master,
+                 oaPlugInMain::tr("terminal %1").arg(terminal.name));
+        }
+        place = node;
       }
     }
     added += terminal.isMissing() ? terminal.width() : 0;
@@ -234,7 +247,7 @@ void NetlistWalk::reportMissing(oaInst *inst, const NetlistMaster &master) {
   if (isUnknown) {
     report(oaPlugInMain::tr("the master of an instance cannot be read"), inst, master,
            names.isEmpty() ? master.fault() : master.fault() + QLatin1String(", ") + terminals);
-  } else if (!names.isEmpty()) {
+  } else if (!names.isEmpty() && ++lackingReports_ <= kMostReports) {
     report(oaPlugInMain::tr("the master of an instance lacks a terminal"), inst, master, terminals);
   }
 }

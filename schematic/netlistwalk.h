@@ -74,6 +74,7 @@ private:
 
   NetlistNodes nodes_;
   std::unordered_map<const oa::oaObject *, std::unique_ptr<NetlistMaster>> mastersByHeader_;
+  int lackingReports_ = 0;
   std::unordered_set<const NetlistMaster *> reportedMasters_;
   std::vector<Device> devices_;
   std::vector<int> deviceNodes_;

@@ -68,6 +68,8 @@ void oaPlugInMain::saveNet(int net, QString name, int kind) {
         const NetName netName(name);
         oaNet *created = createNet(currentBlock, netName);
         netsByNumber.insert(net, created);
+        pinsByNumber.remove(net);
+        termsByNumber.remove(net);
         if (kind == globalNetWithTerm) {
           created->setGlobal(true);
         }

@@ -2,7 +2,8 @@
 
 #include <cstdio>
 
-#include "hostname.h"
+#include "hostdatanames.h"
+#include "hostsyntax.h"
 #include "pointtext.h"
 #include "widenets.h"
 
@@ -10,8 +11,6 @@ using namespace oa;
 
 namespace {
 
-// View name of the host's own components. The host finds those itself, so their library is named plainly.
-const char kComponentViewName[] = "TarnwickdaleComponent";
 // Tells the host that a symbol lives in an OpenAccess library.
 const char kLibrarySuffix[] = ".oa";
 
@@ -64,7 +63,7 @@ void PlacementSender::sendInst(oaBlock *block, oaInst *inst) {
   emit setDataString_(deviceNameKey_, qtName_.set(name_));
   const bool isIterated = inst->getNumBits() > 1;
   if (isIterated) {
-    sendIteration(block, name_);
+    sendIteration(block, inst);
   }
   if (isIterated || hasWideNets_) {
     sendConnections(inst, isIterated);
@@ -87,7 +86,7 @@ const PlacementSender::Symbol &PlacementSender::symbolOf(oaInst *inst) {
   inst->getCellName(oaConvert::ns, cell);
   inst->getViewName(oaConvert::ns, view);
   Symbol symbol;
-  if (view == kComponentViewName) {
+  if (view == hostdata::kComponentView) { // the host finds it itself, so its library is named plainly
     symbol.device = oaConvert::toString(cell);
     symbol.library = oaConvert::toString(lib);
   } else {
@@ -113,8 +112,8 @@ void PlacementSender::sendProperties(oaInst *inst) {
   }
 }
 
-void PlacementSender::sendIteration(oaBlock *block, const oaString &baseName) {
-  const oaVectorInstDef *def = oaVectorInstDef::find(block, oaScalarName(oaConvert::ns, baseName));
+void PlacementSender::sendIteration(oaBlock *block, oaInst *inst) {
+  const oaVectorInstDef *def = defOf(block, inst);
   if (!def) {
     return;
   }
@@ -124,24 +123,48 @@ void PlacementSender::sendIteration(oaBlock *block, const oaString &baseName) {
   }
 }
 
+// Nearly always the instance's own, which needs no search.
+oaVectorInstDef *PlacementSender::defOf(oaBlock *block, oaInst *inst) {
+  if (inst->getType() == oacVectorInstType) {
+    oaVectorInstDef *own = static_cast<oaVectorInst *>(inst)->getDef();
+    own->getName(oaConvert::ns, value_);
+    if (value_ == name_) {
+      return own;
+    }
+  }
+  return oaVectorInstDef::find(block, oaScalarName(oaConvert::ns, name_));
+}
+
 void PlacementSender::sendConnections(oaInst *inst, bool isIterated) {
   oaIter<oaInstTerm> instTerms(inst->getInstTerms(oacInstTermIterNotImplicit));
   while (const oaInstTerm *instTerm = instTerms.getNext()) {
-    if (!isIterated && instTerm->getNumBits() < 2) {
-      continue;
-    }
-    const oaNet *net = instTerm->getNet();
-    if (!net || !readTermName(instTerm)) {
-      continue;
-    }
-    net->getName(oaConvert::ns, netText_);
-    if (netText_.isEmpty()) {
-      continue;
-    }
-    toHostName(termText_);
-    toHostName(netText_);
-    emit setVectorPlacementConnection_(qtName_.set(termText_), qtValue_.set(netText_));
+    faults_.guardObject([&] { sendConnection(instTerm, isIterated); });
   }
+}
+
+void PlacementSender::sendConnection(const oaInstTerm *instTerm, bool isIterated) {
+  if (!isIterated && instTerm->getNumBits() < 2) {
+    return;
+  }
+  const oaNet *net = instTerm->getNet();
+  if (!net || !readTermName(instTerm)) {
+    return;
+  }
+  const QString &netName = netNameOf(net);
+  if (!netName.isEmpty()) {
+    toHostName(termText_);
+    emit setVectorPlacementConnection_(qtName_.set(termText_), netName);
+  }
+}
+
+const QString &PlacementSender::netNameOf(const oaNet *net) {
+  const auto known = nameByNet_.find(net);
+  if (known != nameByNet_.end()) {
+    return known->second;
+  }
+  net->getName(oaConvert::ns, netText_);
+  toHostName(netText_);
+  return nameByNet_.emplace(net, oaConvert::toString(netText_)).first->second;
 }
 
 // A connection by position has a name only when the symbol is at hand.

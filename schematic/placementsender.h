@@ -28,11 +28,16 @@ private:
   void sendInst(oa::oaBlock *block, oa::oaInst *inst);
   const Symbol &symbolOf(oa::oaInst *inst);
   void sendProperties(oa::oaInst *inst);
-  void sendIteration(oa::oaBlock *block, const oa::oaString &baseName);
+  void sendIteration(oa::oaBlock *block, oa::oaInst *inst);
+  // The definition by the name in `name_`.
+  oa::oaVectorInstDef *defOf(oa::oaBlock *block, oa::oaInst *inst);
   // Connections of buses only, unless the instance is iterated.
   void sendConnections(oa::oaInst *inst, bool isIterated);
+  void sendConnection(const oa::oaInstTerm *instTerm, bool isIterated);
   // Fills `termText_`; false when the terminal's name cannot be had.
   bool readTermName(const oa::oaInstTerm *instTerm);
+  // The net's name in the host's syntax, empty when it has none.
+  const QString &netNameOf(const oa::oaNet *net);
   static void printMaster(const oa::oaInst *inst);
 
   oaPlugInMain &host_;
@@ -44,6 +49,8 @@ private:
   const QString deviceNameKey_;
   QString trans_[8];
   std::unordered_map<const oa::oaObject *, Symbol> symbolByHeader_;
+  // Buses have many connections, and a name of several bits takes a while to put together.
+  std::unordered_map<const oa::oaNet *, QString> nameByNet_;
   // Otherwise there is no need to look at the connections of plain instances.
   bool hasWideNets_ = true;
 

@@ -21,25 +21,6 @@ void findLibrary(const oaScalarName &lib, const QString &path) {
   }
 }
 
-// The block is dead with the last reference on its design. Should others have the design open, no later operation may
-// take it for one that is being written.
-class BlockForgotten {
-public:
-  explicit BlockForgotten(oaPlugInMain &host) : host_(host) {}
-  ~BlockForgotten() { host_.currentBlock = nullptr; }
-  BlockForgotten(const BlockForgotten &) = delete;
-  BlockForgotten &operator=(const BlockForgotten &) = delete;
-
-private:
-  oaPlugInMain &host_;
-};
-
-// A current design that is only read belongs to a walk in one of whose slots this is called.
-bool isBeingWritten(const oaPlugInMain &host) {
-  return host.currentBlock && host.currentBlock->isValid() && host.currentDesign && host.currentDesign->isValid() &&
-         host.currentDesign->getMode() != 'r';
-}
-
 } // namespace
 
 // Some failures leave as a text for the user; the host shows those itself.
@@ -49,25 +30,23 @@ void oaPlugInMain::openSchematic(QString lib, QString cell, QString view, QStrin
       *this, "openSchematic",
       [&] {
         oaConvert::init();
-        if (isBeingWritten(*this)) {
-          currentlayout::abandon(*this);
-        }
+        currentlayout::abandon(*this);
         const DesignName name(lib, cell, view);
         findLibrary(name.lib, libPath);
         DesignHolder design(name.open());
-        currentDesign = design.get();
-        const BlockForgotten atTheEnd(*this);
+        currentlayout::BeingRead reading(*this);
+        reading.show(design.get(), nullptr);
         if (design.get()->isSuperMaster()) {
           if (debug) {
             std::printf("parametric symbol, use defaults");
           }
           emit reportError(tr("Parametric symbol, open with default parameter"), 2, QLatin1String(""));
           name.evaluateDefaults(design);
-          currentDesign = design.get();
+          reading.show(design.get(), nullptr);
         }
         sendCellData(design.get());
         oaBlock *block = design.get()->getTopBlock();
-        currentBlock = block;
+        reading.show(design.get(), block);
         if (!block) {
           throw tr("no data");
         }

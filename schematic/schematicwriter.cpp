@@ -58,7 +58,12 @@ void begin(oaPlugInMain &host, const QString &lib, const QString &cell, const QS
                           ? oaDesign::open(libName, cellName, viewName, 'w')
                           : oaDesign::open(libName, cellName, viewName, oaViewType::get(newType), 'w'));
   currentlayout::adopt(host, design.get());
-  empty(host.currentBlock);
+  try {
+    empty(host.currentBlock);
+  } catch (const oaException &) {
+    currentlayout::clear(host);
+    throw;
+  }
   design.release();
 }
 

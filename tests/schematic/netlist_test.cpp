@@ -245,6 +245,18 @@ TEST_F(Netlist, NetOfAnotherWidthIsConnectedAsFarAsItGoes) {
                           "lib/m/symbol, terminal D<3:0> has 4 bits, the instance 2, the net 2\""));
 }
 
+TEST_F(Netlist, TerminalOnTwoNetsIsTold) {
+  symbol("two", {"D[0:1]"});
+  {
+    const SchematicBuilder top("top", "schematic", SchematicBuilder::schematic);
+    oaInst *inst = place(*top, "two", "I1");
+    connect(inst, "D[0:1]", net(*top, "V[0:1]"));
+    connectByText(inst, "D<0>", net(*top, "Z"));
+  }
+  load("top");
+  EXPECT_THAT(reports(), ElementsAre(AllOf(HasSubstr("two nets"), HasSubstr("I1"), HasSubstr("D<0>"))));
+}
+
 TEST_F(Netlist, MissingMasterIsToldOnceAndListedByName) {
   {
     const SchematicBuilder top("top", "schematic", SchematicBuilder::schematic);

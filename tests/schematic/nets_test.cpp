@@ -120,6 +120,17 @@ TEST_F(NetsTest, RefusedNetIsPrintedAndTheRestGoesOn) {
   EXPECT_THAT(shapesOf(*open), ElementsAre("Line 228/-1 (0 0) (10 0) net B"));
 }
 
+TEST_F(NetsTest, NumberUsedAgainStandsForTheNewNetAlone) {
+  plugIn.saveSchematic("lib", "cell", "schematic");
+  plugIn.saveNet(1, "A", 1);
+  plugIn.saveNet(1, "B", 0);
+  plugIn.savePort(1, QPoint(0, 0), false, "input", "");
+  plugIn.saveClose();
+  const OpenView open("cell");
+  oaIter<oaPin> pins((*open)->getPins());
+  EXPECT_TRUE(pins.getNext()->getFigs().isEmpty()) << "the port does not go to A";
+}
+
 TEST_F(NetsTest, WiresAndDotsJoinTheirNet) {
   plugIn.saveSchematic("lib", "cell", "schematic");
   plugIn.saveNet(1, "A", 0);
@@ -181,6 +192,19 @@ TEST_F(NetsTest, RefusedBusIsPrintedAndTheRestGoesOn) {
   plugIn.saveBus(kLine, "B<0:3>");
   plugIn.saveClose();
   EXPECT_THAT(shapesOf(*OpenView("cell")), ElementsAre("Line 228/-1 (0 0) (10 0) net B[0:3]"));
+}
+
+// It could be written, but no name space could ever read it.
+TEST_F(NetsTest, NameThatIsTooLongIsRefused) {
+  QStringList members;
+  for (int i = 0; i < 2000; ++i) {
+    members.append(QString::fromLatin1("N%1").arg(i));
+  }
+  plugIn.saveSchematic("lib", "cell", "schematic");
+  recorder.clear();
+  printedBy([&] { plugIn.saveBus(kLine, members.join(",")); });
+  EXPECT_THAT(reports(), ElementsAre(HasSubstr("at most 8024")));
+  plugIn.saveClose();
 }
 
 TEST_F(NetsTest, WireLabelKeepsItsOffset) {

@@ -147,6 +147,50 @@ TEST_F(ReaderTest, SlotMayReadAnotherSchematic) {
   EXPECT_EQ(read("outer").size(), 2 * alone);
 }
 
+// A design that somebody else has open is theirs, before, during and after a read.
+TEST_F(ReaderTest, DesignsOfOthersAreLeftAlone) {
+  buildFull("top");
+  oaDesign *other = oaDesign::open(scalar("lib"), scalar("top"), scalar("schematic"), 'a');
+  const oaUInt4 shapes = other->getTopBlock()->getShapes().getCount();
+  recorder.onSignal([&](const std::string &signalName) {
+    if (signalName == "addPlacement") {
+      plugIn.saveWireDot(QPoint(0, 0), -1);
+    }
+  });
+  read("top");
+  EXPECT_THAT(reports(), testing::Each(HasSubstr("no design is open for writing")));
+  EXPECT_EQ(other->getTopBlock()->getShapes().getCount(), shapes);
+  recorder.onSignal(nullptr);
+  recorder.clear();
+  plugIn.saveLayout("lib", "x", "layout", true, QStringList(), QStringList());
+  plugIn.saveClose();
+  read("top");
+  plugIn.saveSymbol("lib", "x", "symbol");
+  plugIn.saveClose();
+  ASSERT_TRUE(other->isValid());
+  EXPECT_EQ(other->getRefCount(), 1U);
+  EXPECT_THAT(reports(), IsEmpty());
+  other->close();
+}
+
+TEST_F(ReaderTest, SlotMayBeginAnotherDesign) {
+  buildFull("top");
+  const Lines whole = read("top");
+  bool hasBegun = false;
+  recorder.onSignal([&](const std::string &signalName) {
+    if (signalName == "addPlacement" && !hasBegun) {
+      hasBegun = true;
+      plugIn.saveSchematic("lib", "written", "schematic");
+    }
+  });
+  EXPECT_EQ(read("top"), whole);
+  plugIn.saveGlobalPort("VDD");
+  plugIn.saveClose();
+  EXPECT_THAT(reports(), IsEmpty());
+  const OpenView written("written");
+  EXPECT_EQ((*written)->getNets().getCount(), 1U);
+}
+
 // Whatever was damaged is told; what arrives nevertheless is complete lines of the undamaged schematic.
 TEST_F(ReaderTest, DamagedFilesAreToldAndNeverCrash) {
   buildFull("top");

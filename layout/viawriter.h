@@ -1,0 +1,28 @@
+#ifndef VIAWRITER_H
+#define VIAWRITER_H
+
+#include <QStringList>
+
+#include "oapluginmain.h"
+
+// Vias that the host describes as the reader sent them: by the names and values in the data of a via's cell.
+namespace viawriter {
+
+// Whether the list is that of a via. Such a reference has no cell behind it.
+bool isVia(const QStringList &names, const QStringList &values);
+bool isCustomVia(const QStringList &names, const QStringList &values);
+
+// A standard via in the current block. A definition that the technology lacks is created in it, with the values of the
+// list and without implants, which the list does not tell; so are physical layers. Null when there cannot be one, which
+// the host was told.
+oa::oaVia *createStdVia(oaPlugInMain &host, const QStringList &names, const QStringList &values,
+                        const oa::oaTransform &xform);
+
+// The definition of a custom via; null when the technology has none of that name, which the host was told.
+oa::oaCustomViaDef *findCustomViaDef(oaPlugInMain &host, const QStringList &names, const QStringList &values);
+// What is left of the list of a custom via: the parameters of its master.
+void takeMasterParameters(QStringList &names, QStringList &values);
+
+} // namespace viawriter
+
+#endif
