@@ -5,8 +5,10 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 
 #include "oaplugincore.h"
 
@@ -34,8 +36,9 @@ BenchPlugin::BenchPlugin(const QString &file, const QString &parentFolder, const
   }
 }
 
-QString BenchPlugin::designFile(const QString &cell) const {
-  return QDir(folder_).filePath(lib() + '/' + cell + "/layout/layout.oa");
+QString BenchPlugin::designFile(const QString &cell, const QString &view) const {
+  const QString file = view == QLatin1String("schematic") ? QStringLiteral("sch.oa") : view + ".oa";
+  return QDir(folder_).filePath(lib() + '/' + cell + '/' + view + '/' + file);
 }
 
 qint64 residentBytes() {
@@ -44,6 +47,25 @@ qint64 residentBytes() {
     return 0;
   }
   return statm.readAll().split(' ').value(1).toLongLong() * sysconf(_SC_PAGESIZE);
+}
+
+QList<double> figuresOfOwnProcess(const QStringList &arguments, int count) {
+  QProcess process;
+  process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+  process.start(QCoreApplication::applicationFilePath(), arguments);
+  if (!process.waitForFinished(-1) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
+    throw std::runtime_error("the program's own further process failed");
+  }
+  const QList<QByteArray> words = process.readAllStandardOutput().simplified().split(' ');
+  QList<double> figures;
+  bool isNumber = true;
+  for (const QByteArray &word : words) {
+    figures.append(isNumber ? word.toDouble(&isNumber) : 0);
+  }
+  if (!isNumber || figures.size() != count) {
+    throw std::runtime_error("the program's own further process printed no figures");
+  }
+  return figures;
 }
 
 void dropFromCache(const QString &file) {

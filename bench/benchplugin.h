@@ -3,8 +3,10 @@
 
 #include <memory>
 
+#include <QList>
 #include <QPluginLoader>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 class oaPlugInCore;
@@ -23,8 +25,8 @@ public:
   QObject *object() { return loader_.instance(); }
   const QString &file() const { return file_; }
   const QString &folder() const { return folder_; }
-  // The design file of a cell's layout.
-  QString designFile(const QString &cell) const;
+  // The design file of a cell's view.
+  QString designFile(const QString &cell, const QString &view = QStringLiteral("layout")) const;
 
   static QString lib() { return QStringLiteral("bench"); }
 
@@ -38,6 +40,10 @@ private:
 
 // Memory of this process that is in RAM, mapped files included.
 qint64 residentBytes();
+
+// Runs this program once more with the arguments and returns the `count` figures that it prints, for what only a
+// process of its own can measure. Raises std::runtime_error.
+QList<double> figuresOfOwnProcess(const QStringList &arguments, int count);
 
 // Takes a file out of the page cache, as far as the system lets us.
 void dropFromCache(const QString &file);

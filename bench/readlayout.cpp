@@ -7,7 +7,6 @@
 #include <CLI/CLI.hpp>
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QProcess>
 
 #include "benchplugin.h"
 #include "benchreport.h"
@@ -49,19 +48,10 @@ int measureMemory(const Options &options) {
   return sink.received().errors == 0 ? 0 : 1;
 }
 
-qint64 memoryOfRead(const BenchPlugin &plugIn) {
-  QProcess process;
-  process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-  process.start(QCoreApplication::applicationFilePath(),
-                {"--measured-folder", plugIn.folder(), "--plugin", plugIn.file()});
-  if (!process.waitForFinished(-1) || process.exitCode() != 0) {
-    throw std::runtime_error("the process that measures memory failed");
-  }
-  const QList<QByteArray> figures = process.readAllStandardOutput().simplified().split(' ');
-  if (figures.size() != 2) {
-    throw std::runtime_error("the process that measures memory gave no figures");
-  }
-  return figures.at(1).toLongLong() - figures.at(0).toLongLong();
+double memoryOfRead(const BenchPlugin &plugIn) {
+  const QList<double> figures =
+      figuresOfOwnProcess({"--measured-folder", plugIn.folder(), "--plugin", plugIn.file()}, 2);
+  return figures.at(1) - figures.at(0);
 }
 
 void measure(const Options &options, BenchPlugin &plugIn, workload::Kind kind, int count) {
@@ -108,7 +98,7 @@ void measure(const Options &options, BenchPlugin &plugIn, workload::Kind kind, i
   std::printf("  floor, each         %s\n", floored.text("ns").c_str());
   std::printf("  first signal after  %s\n", firstSignal.text("ms").c_str());
   std::printf("  first object after  %s\n", firstObject.text("ms").c_str());
-  std::printf("  memory at the end   %8.2f bytes each, mapped file included\n", double(memoryOfRead(plugIn)) / count);
+  std::printf("  memory at the end   %8.2f bytes each, mapped file included\n", memoryOfRead(plugIn) / count);
   std::printf("  file                %8.2f bytes each\n\n", double(QFileInfo(file).size()) / count);
   std::fflush(stdout);
 }

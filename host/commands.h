@@ -22,14 +22,17 @@ struct CommandContext {
   std::function<int()> command;
 };
 
-void addInfoCommands(CLI::App &app, CommandContext &context); // info, libs, cells, views, view-type
+void addInfoCommands(CLI::App &app, CommandContext &context);      // info, libs, cells, views, view-type
 void addComponentCommands(CLI::App &app, CommandContext &context); // components, component
+void addLibraryCommands(CLI::App &app, CommandContext &context);   // layers, rm, data, register
 void addNetlistCommand(CLI::App &app, CommandContext &context);
 void addReadCommand(CLI::App &app, CommandContext &context);
 void addImportGdsCommand(CLI::App &app, CommandContext &context);
 void addImportXschemCommand(CLI::App &app, CommandContext &context);
 void addExportGdsCommand(CLI::App &app, CommandContext &context);
 void addCopyCommand(CLI::App &app, CommandContext &context);
+void addDumpCommands(CLI::App &app, CommandContext &context); // dump, diff
+void addTclCommand(CLI::App &app, CommandContext &context);
 void addRenderCommand(CLI::App &app, CommandContext &context);
 
 #endif

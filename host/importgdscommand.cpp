@@ -2,6 +2,7 @@
 #include "commandvalues.h"
 #include "gdsimporter.h"
 #include "layermap.h"
+#include "maptechnology.h"
 #include "oaplugincore.h"
 #include "pluginlayoutwriter.h"
 #include "pluginsession.h"
@@ -129,6 +130,8 @@ public:
     const QStringList present = isKnown ? session_.core().getCellNames(lib_) : QStringList();
     if (!isKnown)
       library.create();
+    if (map_.count() > 0)
+      writeMapTechnology(session_, lib_, map_);
     MappedLayoutWriter writer(session_, lib_, map_);
     GdsImporter importer(parser, index, scale, metresPerDbu, writer, report);
     try {
@@ -212,7 +215,10 @@ void addImportGdsCommand(CLI::App &app, CommandContext &context) {
   command->add_option("--lib", options->lib, "Library to write to")->required()->type_name("NAME");
   command->add_option("--path", options->path, "Directory of the library; it is made when there is none")
       ->type_name("DIR");
-  command->add_option("--layers", options->layers, "Layer map; layers of the file that it does not name are told")
+  command
+      ->add_option("--layers", options->layers,
+                   "Layer map: its layers and purposes go into the library's technology; layers of the "
+                   "file that it does not name are told")
       ->type_name("MAP");
   command->callback(
       [options, &context] { context.command = [options, &context] { return importGds(context, *options); }; });

@@ -1,6 +1,7 @@
 #include "layermap.h"
 
 #include <QFile>
+#include <QMap>
 #include <QRegularExpression>
 #include <QStringList>
 
@@ -146,6 +147,9 @@ private:
     entry.style = conventionalStyle(name, isDrawing ? QString() : purpose, layer, datatype);
     entry.style.name = isDrawing ? name : name + QLatin1Char(' ') + purpose;
     entry.isDrawing = isDrawing;
+    entry.layerName = name;
+    entry.purpose = purpose;
+    entry.line = lineNumber_;
     return entry;
   }
 
@@ -198,4 +202,11 @@ int LayerMap::paintingRank(int layer, int datatype) const {
   if (entry == entries_.end())
     return -1;
   return entry->rank >= 0 ? entry->rank : entry->style.stackRank;
+}
+
+QList<LayerMap::MappedPair> LayerMap::pairs() const {
+  QMap<int, MappedPair> byLine; // a line has one pair
+  for (auto entry = entries_.begin(); entry != entries_.end(); ++entry)
+    byLine.insert(entry->line, {entry.key().first, entry.key().second, entry->layerName, entry->purpose});
+  return byLine.values();
 }

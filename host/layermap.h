@@ -17,6 +17,7 @@
 // line.
 
 #include <QHash>
+#include <QList>
 #include <QPair>
 
 #include "layercolours.h"
@@ -25,6 +26,14 @@ class QByteArray;
 
 class LayerMap {
 public:
+  // What the table says of a pair. The purpose is empty where the table has none; our own form never has.
+  struct MappedPair {
+    int layer;
+    int datatype;
+    QString name;
+    QString purpose;
+  };
+
   // An empty map: every layer gets its generated style.
   LayerMap() = default;
 
@@ -46,11 +55,17 @@ public:
 
   int count() const { return entries_.size(); }
 
+  // All pairs in the order of the table.
+  QList<MappedPair> pairs() const;
+
 private:
   struct Entry {
     LayerStyle style;
     bool isDrawing = false;
     int rank = -1;
+    QString layerName;
+    QString purpose;
+    int line = 0;
   };
   friend class LayerMapParser;
 

@@ -77,11 +77,14 @@ int run(int argc, char **argv) {
   addInfoCommands(app, context);
   addComponentCommands(app, context);
   addReadCommand(app, context);
+  addLibraryCommands(app, context);
   addNetlistCommand(app, context);
   addImportGdsCommand(app, context);
   addImportXschemCommand(app, context);
   addExportGdsCommand(app, context);
   addCopyCommand(app, context);
+  addDumpCommands(app, context);
+  addTclCommand(app, context);
 #ifdef OAHOST_HAS_RENDER
   addRenderCommand(app, context);
 #endif

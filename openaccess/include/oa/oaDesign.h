@@ -15,8 +15,7 @@ class oaPcellDef;
 //   'a', 'A'  contents of the file, for editing;
 //   'w'       empty, whatever the file holds; the file changes only at save(), after which the mode is 'a';
 //   's'       masters that live in memory only.
-// This release evaluates no parametric cells and makes no masters of standard vias: no design is a super master, a sub
-// master or a master of a standard via.
+// This release evaluates no parametric cells: no design is a super master or a sub master.
 class oaDesign : public oaDesignObject {
 public:
   // Opens an existing design, or makes a new one (modes 'w', 'a', 'A'): its cell and view directories and an empty
@@ -33,8 +32,11 @@ public:
   // An ordinary design opens as in mode 'r' when there are no parameters; otherwise raises oacInvalidSuperMaster.
   static oaDesign *open(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName,
                         const oaParamArray &params);
-  // The master of a via. The first raises oacNotYetSupported in this release.
+  // The master of a standard via: a layout in mode 's' that holds only rectangles, named by the library of the
+  // technology, the definition and "layout". Parameters with equal values give the same design as long as it is open;
+  // values that are flagged as default, and NULL, stand for the definition's.
   static oaDesign *open(oaStdViaDef *viaDef, oaViaParam *params = NULL);
+  // The master of a custom via, as above.
   static oaDesign *open(oaCustomViaDef *viaDef, oaParamArray *params = NULL);
   // An open design, or NULL. Does not count as opening.
   static oaDesign *find(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName);
@@ -67,7 +69,8 @@ public:
   void getLibName(const oaNameSpace &ns, oaString &libName) const;
   void getCellName(const oaNameSpace &ns, oaString &cellName) const;
   void getViewName(const oaNameSpace &ns, oaString &viewName) const;
-  // NULL when the library was closed meanwhile.
+  // NULL when the library was closed meanwhile. Raises oacCannotFindObjectForViaMaster for the master of a standard
+  // via.
   oaLib *getLib() const;
   oaViewType *getViewType() const;
   // The open technology of the design's library, opened 'r' when it was not; NULL when there is none.

@@ -35,7 +35,7 @@ public:
   oaBoolean hasNet() const;
   oaNet *getNet() const;
   // Takes the figure off its present net. Raises oacCannotAddPinFigToNet, oacCannotAddFigToImplicitNet,
-  // oacNetFigNotInSameBlock.
+  // oacNetFigNotInSameBlock; a via cannot be on a net of several bits.
   void addToNet(oaNet *net);
   void removeFromNet();
 };

@@ -11,6 +11,7 @@ class oaInstTerm;
 class oaPin;
 class oaShape;
 class oaTerm;
+class oaVia;
 
 // What terminals, instance terminals and figures are connected to.
 //
@@ -49,6 +50,8 @@ public:
   oaCollection<oaPin, oaNet> getPins() const;
   // Shapes on the net itself; with oacShapeIterNetPins also those of its pins.
   oaCollection<oaShape, oaNet> getShapes(oaUInt4 filterFlags = oacShapeIterNetRoutes) const;
+  // The same for vias, with oacViaIterNetPins.
+  oaCollection<oaVia, oaNet> getVias(oaUInt4 filterFlags = oacViaIterNetRoutes) const;
 
   // The class follows from the kind of name. Raises oacInvalidNetName for the empty name and for one of more than a
   // million bits, oacHierPathDoesNotExist for one with "/", oacNetExists when there is an explicit net of that name,

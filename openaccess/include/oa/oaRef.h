@@ -32,7 +32,7 @@ public:
   void getMasterBBox(oaBox &bBox) const;
   // Union of the boxes of all placements.
   void getBBox(oaBox &bBox) const;
-  // NULL: there are no parameter sets in this release.
+  // Of a sub header, see oaViaHeader; NULL for others.
   oaRefHeader *getSuperHeader() const;
   oaBoolean isBound() const;
   oaBoolean isSuperHeader() const;

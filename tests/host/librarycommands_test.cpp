@@ -1,0 +1,170 @@
+#include "gdsbytes.h"
+#include "hostprocess.h"
+
+#include <oa/oaDesignDB.h>
+
+#include <gmock/gmock.h>
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <functional>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace oa;
+using testing::HasSubstr;
+
+oaScalarName named(const char *text) { return oaScalarName(oaNativeNS(), text); }
+
+// A library "lib" with the cells INV and BUF, each with a layout, and a host that runs beside it.
+class LibraryCommands : public testing::Test {
+protected:
+  LibraryCommands() {
+    const QByteArray gds = GdsBytes()
+                               .head()
+                               .structure("INV")
+                               .boundary(68, {0, 0, 0, 50, 100, 50, 100, 0, 0, 0})
+                               .endStructure()
+                               .structure("BUF")
+                               .endStructure()
+                               .endLibrary()
+                               .bytes;
+    host.write("lib.gds", gds);
+    const HostResult result = host.run("import-gds lib.gds --lib lib --path lib_dir");
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+  }
+  // Runs `body` on the library with the API, in a process of its own.
+  void onDisk(const std::function<void(oaLib *)> &body) const {
+    std::fflush(nullptr);
+    const pid_t child = fork();
+    if (child == 0) {
+      try {
+        oaDesignInit(5, 506);
+        body(oaLib::open(named("lib"), host.path("lib_dir").toLatin1().constData()));
+      } catch (const oaException &exception) {
+        ADD_FAILURE() << exception.getMsg();
+      }
+      std::fflush(nullptr);
+      _exit(testing::Test::HasFailure() ? 1 : 0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+  }
+  std::string output(const char *arguments) {
+    const HostResult result = host.run(arguments);
+    EXPECT_EQ(result.exitCode, 0) << arguments;
+    EXPECT_EQ(result.errors, "") << arguments;
+    return result.output.toStdString();
+  }
+  HostProcess host;
+};
+
+TEST_F(LibraryCommands, LayersOfTheTechnology) {
+  onDisk([](oaLib *lib) {
+    oaTech *tech = oaTech::exists(lib) ? oaTech::open(lib, 'w') : oaTech::create(lib);
+    oaPhysicalLayer::create(tech, "metal 2", 69);
+    oaPhysicalLayer::create(tech, "poly", 4);
+    oaPhysicalLayer::create(tech, "far", 65536);
+    tech->save();
+  });
+  EXPECT_EQ(output("layers lib"), "69 metal 2\n4 poly\n");
+  EXPECT_EQ(output("layers lib --count 69"), "4 poly\n");
+  EXPECT_EQ(output("layers lib --count 65537"), "69 metal 2\n4 poly\n65536 far\n");
+  EXPECT_EQ(output("layers lib --count 0"), "");
+  const QJsonArray layers = QJsonDocument::fromJson(output("layers lib --format json").c_str()).array();
+  ASSERT_EQ(layers.size(), 2);
+  EXPECT_EQ(layers[0].toObject()["number"].toInt(), 69);
+  EXPECT_EQ(layers[0].toObject()["name"].toString().toStdString(), "metal 2");
+}
+
+TEST_F(LibraryCommands, RemovedCellsAndViewsLeaveTheDisk) {
+  EXPECT_EQ(output("rm lib INV layout"), "removed lib/INV/layout\n");
+  EXPECT_FALSE(QDir(host.path("lib_dir/INV/layout")).exists());
+  EXPECT_EQ(output("cells lib"), "BUF\nINV\n");
+  EXPECT_EQ(output("rm lib BUF"), "removed lib/BUF/layout\nremoved lib/BUF\n");
+  EXPECT_EQ(output("rm lib INV"), "removed lib/INV\n");
+  EXPECT_EQ(output("cells lib"), "");
+}
+
+TEST_F(LibraryCommands, DataTravelsWithTheCell) {
+  EXPECT_EQ(output("data lib INV"), "");
+  EXPECT_EQ(output("data lib INV --set first"), "");
+  EXPECT_EQ(host.run({"data", "lib", "INV", "--set", "a \"b\"\nc"}).exitCode, 0);
+  EXPECT_EQ(output("data lib INV --cdf description"), "");
+  EXPECT_EQ(output("data lib INV"), "cdfData \"description\"\nTarnwickdaleData \"a \\\"b\\\"\\nc\"\n");
+  onDisk([](oaLib *) {
+    oaCellDMData *data = oaCellDMData::open(named("lib"), named("INV"), 'r');
+    EXPECT_EQ(data->getProps().getCount(), 2u);
+    data->close();
+  });
+  EXPECT_EQ(output("data lib INV --remove"), "");
+  EXPECT_EQ(output("data lib INV"), "cdfData \"description\"\n");
+  EXPECT_EQ(host.run({"data", "lib", "INV", "--set", ""}).exitCode, 0);
+  EXPECT_EQ(output("data lib INV"), "cdfData \"description\"\nTarnwickdaleData \"\"\n");
+  EXPECT_EQ(output("data lib BUF"), "");
+}
+
+TEST_F(LibraryCommands, RegisteredLibraryIsKnownFromThenOn) {
+  const std::string made = host.path("fresh").toStdString();
+  EXPECT_EQ(output("register fresh"), "created fresh at " + made + "\n");
+  EXPECT_EQ(output("register fresh/"), "registered fresh at " + made + "\n");
+  EXPECT_EQ(output("libs"), "fresh\nlib\n");
+  QDir().mkdir(host.path("sub"));
+  const HostResult again = host.run("register sub/fresh");
+  EXPECT_EQ(again.exitCode, 1);
+  EXPECT_THAT(again.errors, HasSubstr("a library fresh is known already, at " + made));
+  EXPECT_FALSE(QDir(host.path("sub/fresh")).exists());
+}
+
+TEST_F(LibraryCommands, MistakesAreTold) {
+  const struct {
+    const char *arguments;
+    int exitCode;
+    const char *errors;
+  } cases[] = {
+      {"rm lib NONE", 1, "library lib has no cell NONE"},
+      {"rm lib INV none", 1, "cell INV of library lib has no view none"},
+      {"rm none INV", 1, "library none is not known"},
+      {"rm lib", 2, "CELL"},
+      {"data lib NONE --set x", 1, "library lib has no cell NONE"},
+      {"data lib INV --set x --remove", 2, "--remove"},
+      {"layers none", 1, "library none is not known"},
+      {"layers lib --count -1", 2, "--count"},
+      {"register /nowhere/at/all", 1, "/nowhere/at/all"},
+      {"register /", 1, "/"},
+  };
+  for (const auto &c : cases) {
+    SCOPED_TRACE(c.arguments);
+    const HostResult result = host.run(c.arguments);
+    EXPECT_EQ(result.exitCode, c.exitCode);
+    EXPECT_EQ(result.output, QByteArray());
+    EXPECT_THAT(result.errors, HasSubstr(c.errors));
+  }
+  EXPECT_EQ(output("cells lib"), "BUF\nINV\n");
+}
+
+TEST_F(LibraryCommands, LibraryWithoutTechnologyOrRightsIsTold) {
+  EXPECT_EQ(output("register bare"), "created bare at " + host.path("bare").toStdString() + "\n");
+  const HostResult layers = host.run("layers bare");
+  EXPECT_EQ(layers.exitCode, 1);
+  EXPECT_THAT(layers.errors, HasSubstr("technology of bare: there is none"));
+
+  host.write("lib.defs", host.read("lib.defs") + "ASSIGN lib libMode readOnly\n");
+  for (const char *arguments : {"rm lib INV", "rm lib INV layout", "data lib INV --set x"}) {
+    SCOPED_TRACE(arguments);
+    const HostResult result = host.run(arguments);
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.output, QByteArray());
+    EXPECT_THAT(result.errors, HasSubstr("read-only"));
+  }
+  EXPECT_EQ(output("views lib INV"), "layout\n");
+}
+
+} // namespace
