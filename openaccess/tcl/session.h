@@ -1,0 +1,60 @@
+#ifndef OATCL_SESSION_H
+#define OATCL_SESSION_H
+
+// What the binding keeps for one interpreter.
+
+#include "oa/oaTcl.h"
+#include "values.h"
+
+#include <string>
+#include <vector>
+
+namespace OpenAccess_4 {
+namespace tcl {
+
+class Session : public oaTcl::oaTclEngine {
+public:
+  // The interpreter's session, made at first need; it goes with the interpreter, or with the last holder after that.
+  static Session &of(Tcl_Interp *interp);
+  // The session whose command is running.
+  static Session &current();
+
+  oaUInt4 addRef() override;
+  oaUInt4 release() override;
+  Tcl_Interp *getInterp() const override { return interp_; }
+
+  // The name space in which names are read and written: the native one until a script pushes another.
+  const oaNameSpace &nameSpace() const;
+  void pushNameSpace(Value *nameSpace);
+  void popNameSpace();
+  // The pushed object, or NULL.
+  Tcl_Obj *nameSpaceObject() const { return nameSpaces_.empty() ? nullptr : nameSpaces_.back(); }
+
+  bool libDefListErrorLogging = true;
+
+  // Makes the session the current one while a command runs.
+  class Running {
+  public:
+    explicit Running(Session &session);
+    ~Running();
+    Running(const Running &) = delete;
+    Running &operator=(const Running &) = delete;
+
+  private:
+    Session *outer_;
+  };
+
+private:
+  explicit Session(Tcl_Interp *interp) : interp_(interp) {}
+  ~Session() override = default;
+  static void interpreterGone(ClientData session, Tcl_Interp *interp);
+
+  Tcl_Interp *interp_;
+  oaUInt4 holders_ = 0;
+  std::vector<Tcl_Obj *> nameSpaces_;
+};
+
+} // namespace tcl
+} // namespace OpenAccess_4
+
+#endif

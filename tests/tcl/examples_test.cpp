@@ -1,0 +1,78 @@
+// The scripts of examples/tcl, each run in a shell of its own.
+
+#include "tcltest.h"
+
+namespace {
+
+using namespace tcltest;
+using testing::HasSubstr;
+
+class TclExamples : public TclTest {
+protected:
+  Ended run(const std::string &script, std::vector<std::string> arguments) const {
+    arguments.insert(arguments.begin(), std::string(EXAMPLES_FOLDER) + "/" + script);
+    return runShell(folder(), arguments);
+  }
+  void build() const {
+    const Ended ended = run("build_library.tcl", {"small", "smalllib"});
+    ASSERT_EQ(ended.exitCode, 0) << ended.errors;
+    EXPECT_EQ(ended.output, "library small is in smalllib\n");
+  }
+};
+
+TEST_F(TclExamples, BuildAndListALibrary) {
+  build();
+  const Ended listed = run("list_library.tcl", {"small", "smalllib"});
+  EXPECT_EQ(listed.exitCode, 0) << listed.errors;
+  EXPECT_THAT(listed.output, HasSubstr("  layer    5  metal1     metal\n"));
+  EXPECT_THAT(listed.output, HasSubstr("  via M1_M2: metal1 - metal2\n  via M1_M2_wide: metal1 - metal2\n"));
+  EXPECT_THAT(listed.output, HasSubstr("  cell buf\n    layout (maskLayout)\n    schematic (schematic)\n"
+                                       "  cell inv\n    layout (maskLayout)\n    schematic (schematic)\n"
+                                       "    symbol (schematicSymbol)\n"));
+  EXPECT_EQ(run("build_library.tcl", {"small", "smalllib"}).exitCode, 1); // not over an existing one
+}
+
+TEST_F(TclExamples, TheBufferIsConnected) {
+  build();
+  eval("oa::LibOpen small $folder/smalllib; set d [oa::DesignOpen small buf schematic r]; set b [oa::getTopBlock $d]");
+  EXPECT_EQ(eval("lsort [lmap t [members [oa::getInstTerms [oa::NetFind $b mid]]] "
+                 "{list [oa::getName [oa::getInst $t]] [oa::getTermName $t] [oa::getTermType [oa::getTerm $t]]}]"),
+            "{i1 Z output} {i2 A input}");
+  EXPECT_EQ(eval("types [oa::getShapes [oa::NetFind $b mid]]"), "Line");
+  eval("oa::purge $d; oa::close [oa::LibFind small]");
+}
+
+TEST_F(TclExamples, CountShapesPerLayer) {
+  build();
+  const Ended counted = run("count_shapes.tcl", {"small", "smalllib", "inv", "layout"});
+  EXPECT_EQ(counted.exitCode, 0) << counted.errors;
+  EXPECT_EQ(counted.output, "diff           2  Rect 2\n"
+                            "metal1         8  Rect 4 Text 4\n"
+                            "nwell          1  Rect 1\n"
+                            "poly           1  Path 1\n"
+                            "total 12\n");
+}
+
+TEST_F(TclExamples, SetTheHeightOfTexts) {
+  build();
+  const Ended changed = run("set_text_height.tcl", {"small", "smalllib", "inv", "layout", "0.5"});
+  EXPECT_EQ(changed.exitCode, 0) << changed.errors;
+  EXPECT_EQ(changed.output, "changed 4 texts\n");
+  eval("oa::LibOpen small $folder/smalllib; set d [oa::DesignOpen small inv layout r]");
+  EXPECT_EQ(eval("set r {}; foreach s [members [oa::getShapes [oa::getTopBlock $d]]] "
+                 "{if {[oa::getType $s] eq {Text}} {lappend r [oa::getHeight $s]}}; set r"),
+            "0.5 0.5 0.5 0.5");
+  eval("oa::purge $d; oa::close [oa::LibFind small]");
+  EXPECT_EQ(run("set_text_height.tcl", {"small", "smalllib", "inv", "layout", "-1"}).exitCode, 1);
+}
+
+TEST_F(TclExamples, SayHowTheyAreCalled) {
+  for (const char *script : {"build_library.tcl", "list_library.tcl", "count_shapes.tcl", "set_text_height.tcl"}) {
+    SCOPED_TRACE(script);
+    const Ended ended = run(script, {});
+    EXPECT_EQ(ended.exitCode, 2);
+    EXPECT_THAT(ended.errors, HasSubstr(std::string("usage: tclsh ") + script));
+  }
+}
+
+} // namespace
