@@ -2,7 +2,6 @@
 
 #include "layercolours.h"
 
-
 namespace {
 
 // Lines are thin, so they need more contrast than areas do.

@@ -15,8 +15,8 @@ OA_ENUM_NAMES(oaParamType, raiseBase, oacInvalidParamTypeName, "parameter type",
               "application", "double", "boolean", "time")
 
 // There are no numbers of their own for wrong texts of these two.
-OA_ENUM_NAMES(oaNameType, raiseBase, oacInvalidEnumValue, "name type", "empty", "scalar", "vector", "vectorBit",
-              "bundle")
+OA_ENUM_NAMES(oaNameType, raiseBase, oacInvalidEnumValue, "name type", "empty", "scalarName", "vectorName",
+              "vectorBitName", "bundleName")
 
 OA_ENUM_NAMES_AT(oaDomain, raiseBase, oacInvalidEnumValue, "domain", {oacNoDomain, "none"}, {oacBlockDomain, "block"},
                  {oacOccDomain, "occurrence"}, {oacModDomain, "module"}, {oacFutureDomain, "future"})

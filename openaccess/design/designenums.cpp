@@ -14,7 +14,8 @@ OA_ENUM_NAMES(oaEndStyle, raiseDesign, oacInvalidEndStyleName, "end style", "tru
 OA_ENUM_NAMES(oaTextAlign, raiseBase, oacInvalidEnumValue, "text alignment", "upperLeft", "centerLeft", "lowerLeft",
               "upperCenter", "centerCenter", "lowerCenter", "upperRight", "centerRight", "lowerRight")
 
-OA_ENUM_NAMES(oaTextDisplayFormat, raiseBase, oacInvalidEnumValue, "text display format", "name", "value", "nameValue")
+OA_ENUM_NAMES(oaTextDisplayFormat, raiseBase, oacInvalidEnumValue, "text display format", "name", "value",
+              "name and value")
 
 OA_ENUM_NAMES(oaFont, raiseBase, oacInvalidEnumValue, "font", "euroStyle", "gothic", "math", "roman", "script", "stick",
               "fixed", "swedish", "milSpec")

@@ -168,7 +168,9 @@ std::string nameOf(const oaViaDef *viaDef) {
 std::string usableName(DesignDatabase &design, const oaViaDef *viaDef, oaTypeEnum otherHeaders, oaUInt4 otherId) {
   const std::string name = nameOf(viaDef);
   const oaTech *tech = design.tech();
-  if (tech == nullptr || oaViaDef::find(tech, oaString(name.c_str())) != viaDef) {
+  const bool isKnown =
+      tech != nullptr && (viaDef->getTech() == tech || oaViaDef::find(tech, oaString(name.c_str())) == viaDef);
+  if (!isKnown) {
     refuse(design, oacViaDefNotInTechAssociatedWithDesign,
            "via definition " + name + " does not belong to the technology of the design");
   }

@@ -4,7 +4,7 @@
 namespace OpenAccess_4 {
 
 OA_ENUM_NAMES(oaMaterial, raiseBase, oacInvalidEnumValue, "material", "other", "nWell", "pWell", "nDiff", "pDiff",
-              "nImplant", "pImplant", "poly", "cut", "metal", "contactlessMetal", "diff", "recognition",
+              "nImplant", "pImplant", "poly", "cut", "metal", "contactlessMetal", "diffusion", "recognition",
               "passivationCut")
 OA_ENUM_NAMES(oaPrefRoutingDir, raiseBase, oacInvalidEnumValue, "preferred routing direction", "notApplicable", "none",
               "horizontal", "vertical", "leftDiag", "rightDiag")

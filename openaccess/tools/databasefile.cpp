@@ -260,16 +260,14 @@ void DatabaseFile::lendColumn(ColumnBase &column, const Table &table, FileReport
 
 // A row of a table with kinds, of a pool or of texts is there because an element of its column 1 is.
 void DatabaseFile::checkRowCount(const Table &table, FileReport &report) const {
-  const bool mayHaveDefaults = table.life() == TableLife::referenced && table.id() != kStringTable;
+  if (table.life() == TableLife::referenced && table.id() != kStringTable) {
+    return; // all that such a row holds may be defaults
+  }
   const auto first = std::find_if(table.columns().begin(), table.columns().end(),
                                   [](const ColumnBase *column) { return column->id() == 1; });
-  if (mayHaveDefaults || first == table.columns().end()) {
-    return;
-  }
-  const Row stored = (*first)->size();
-  if (stored != table.rowCount()) {
+  if (first != table.columns().end() && (*first)->size() != table.rowCount()) {
     report.damage(table.name(), (*first)->name(),
-                  {"holds " + std::to_string(stored) + " rows",
+                  {"holds " + std::to_string((*first)->size()) + " rows",
                    std::to_string(table.rowCount()) + ", which is what the table has"});
   }
 }

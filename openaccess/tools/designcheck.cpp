@@ -53,6 +53,7 @@ void checkDesign(const TableCheck &check, DesignDatabase &design, const FindMast
   check.guarded([&] { checkTerms(check, design, terms, nets); });
   check.guarded([&] { checkInsts(check, design, insts, findMaster); });
   check.guarded([&] { checkConnections(check, design, insts, nets); });
+  check.guarded([&] { checkVias(check, design, nets); });
 }
 
 } // namespace check

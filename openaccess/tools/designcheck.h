@@ -31,6 +31,8 @@ void checkInsts(const TableCheck &check, DesignDatabase &design, const FamilyChe
 // Instance terminals.
 void checkConnections(const TableCheck &check, DesignDatabase &design, const FamilyCheck &insts,
                       const FamilyCheck &nets);
+// Vias and their headers.
+void checkVias(const TableCheck &check, DesignDatabase &design, const FamilyCheck &nets);
 
 } // namespace check
 } // namespace kit

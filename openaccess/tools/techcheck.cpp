@@ -28,6 +28,7 @@ public:
     check_.guarded([&] { checkDerivation(); });
     check_.guarded([&] { checkPurposes(); });
     check_.guarded([&] { checkViaDefs(); });
+    check_.guarded([&] { checkReferences(); });
   }
 
 private:
@@ -148,6 +149,11 @@ private:
         isStandard ? checkStandard(payload) : checkCustom(payload);
       }
     });
+  }
+
+  void checkReferences() {
+    check_.checkKinds(tech_.references, {oacTechType});
+    checkNamed(tech_.references, tech_.references.lib, static_cast<const Column<oaLayerNum> *>(nullptr));
   }
 
   Row usable(const Table &table, Row stored) const {

@@ -2,6 +2,7 @@
 
 #include "viatest.h"
 
+#include <filesystem>
 #include <map>
 #include <random>
 
@@ -65,6 +66,19 @@ TEST_F(ViaHeaders, BlockTakesItsViasAlong) {
   EXPECT_EQ(block_->getVias().getCount(), 0u);
   EXPECT_EQ(block_->getViaHeaders().getCount(), 0u);
   EXPECT_EQ(boxOf(block_), "none");
+}
+
+TEST_F(ViaHeaders, MakeManyViasOfFewKindsSmall) {
+  constexpr int kVias = 20000;
+  const oaStdViaDef *defs[] = {stdDef("a"), stdDef("b"), stdDef("c"), stdDef("d")};
+  for (int i = 0; i < kVias; ++i) {
+    const oaViaParam params = columns(1 + oaUInt4(i / 4 % 5));
+    place(defs[i % 4], i, -i, &params);
+  }
+  reread('r');
+  EXPECT_EQ(block_->getViaHeaders().getCount(), 24u);
+  EXPECT_EQ(block_->getVias().getCount(), oaUInt4(kVias));
+  EXPECT_LT(std::filesystem::file_size(libPath() + "/cell/layout/layout.oa"), 15u * kVias);
 }
 
 // Random changes, on the design and on plain containers.

@@ -27,7 +27,7 @@ enum oaNameTypeEnum {
   oacBundleNameType = 4
 };
 
-/// Text names: empty, scalar, vector, vectorBit, bundle.
+/// Text names: empty, scalarName, vectorName, vectorBitName, bundleName.
 OA_ENUM_WRAPPER(oaNameType);
 
 class oaNameSpace {
