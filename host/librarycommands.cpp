@@ -28,6 +28,7 @@ struct RemoveOptions {
   std::string lib;
   std::string cell;
   std::string view;
+  const CLI::Option *viewOption = nullptr;
 };
 
 struct DataOptions {
@@ -72,14 +73,26 @@ QByteArray layersAsJson(const LayerTable &table) {
   return QJsonDocument(layers).toJson();
 }
 
+// What importLayer() takes for the library. Its name, since a file would be looked for under the name of its directory,
+// which may be another library's; but for names that read like a file.
+QString layerLocation(PluginSession &session, const QString &lib) {
+  if (!lib.endsWith(QLatin1String(".db")) && !lib.contains(QLatin1Char('/')))
+    return lib;
+  const QString path = session.core().getLibPath(lib);
+  if (QFileInfo(path).fileName() != lib)
+    throw HostError(
+        QStringLiteral("the layers of library %1 cannot be asked for, since its directory %2 has another name")
+            .arg(lib, path));
+  return path + QStringLiteral("/tech.db");
+}
+
 int printLayers(const CommandContext &context, const LayersOptions &options) {
   PluginSession session(context);
   const QString lib = nameFromCommandLine(options.lib);
   session.requireLibrary(lib);
   const LayerTable table(session);
-  const QString techFile = session.core().getLibPath(lib) + QStringLiteral("/tech.db");
   // An error is printed by the plug-in as well, and told by that.
-  if (!session.core().importLayer(techFile, options.count).isEmpty()) {
+  if (!session.core().importLayer(layerLocation(session, lib), options.count).isEmpty()) {
     session.synchronise();
     return 1;
   }
@@ -103,6 +116,8 @@ int removeView(PluginSession &session, const QString &lib, const QString &cell, 
 int removeCell(PluginSession &session, const QString &lib, const QString &cell) {
   requireCell(session, lib, cell);
   const QStringList views = session.core().getViewNames(lib, cell);
+  if (session.exitCode() != 0)
+    return 1;
   session.core().removeCell(lib, cell);
   if (session.exitCode() != 0)
     return 1;
@@ -119,8 +134,9 @@ int runRemove(const CommandContext &context, const RemoveOptions &options) {
   PluginSession session(context);
   const QString lib = nameFromCommandLine(options.lib);
   const QString cell = nameFromCommandLine(options.cell);
-  return options.view.empty() ? removeCell(session, lib, cell)
-                              : removeView(session, lib, cell, nameFromCommandLine(options.view));
+  // An empty VIEW is a view that is not there: a script's unset variable must not remove the cell.
+  return options.viewOption->count() == 0 ? removeCell(session, lib, cell)
+                                          : removeView(session, lib, cell, nameFromCommandLine(options.view));
 }
 
 // data
@@ -217,7 +233,7 @@ void addRemoveCommand(CLI::App &app, CommandContext &context) {
   CLI::App *command = app.add_subcommand("rm", "Remove a cell with all its views, or one view; nothing is asked");
   command->add_option("LIB", options->lib, "Library")->required();
   command->add_option("CELL", options->cell, "Cell")->required();
-  command->add_option("VIEW", options->view, "View; without it, the whole cell goes");
+  options->viewOption = command->add_option("VIEW", options->view, "View; without it, the whole cell goes");
   setCallback(command, context, options, runRemove);
 }
 

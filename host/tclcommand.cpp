@@ -124,7 +124,7 @@ private:
   int converse() {
     interpreter_.setArguments(program(), {}, true);
     TclPrompt prompt(interpreter_.get(),
-                     options_.home.isEmpty() ? QString() : options_.home + QStringLiteral("/.oahost_history"));
+                     options_.home.isEmpty() ? QString() : options_.home + QStringLiteral("/.oahost_history"), output_);
     exitingPrompt = &prompt;
     QByteArray command;
     QByteArray line;

@@ -5,8 +5,10 @@
 
 #include <editline/readline.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <unistd.h>
 #else
 #include <iostream>
 #include <string>
@@ -39,12 +41,16 @@ char **complete(const char *word, int start, int) {
 
 } // namespace
 
-TclPrompt::TclPrompt(Tcl_Interp *interp, const QString &historyFile) : historyFile_(QFile::encodeName(historyFile)) {
+TclPrompt::TclPrompt(Tcl_Interp *interp, const QString &historyFile, int output)
+    : historyFile_(QFile::encodeName(historyFile)) {
   completedInterp = interp;
   rl_readline_name = const_cast<char *>("oahost");
   static char breakCharacters[] = " \t\n;\"[]{}()$";
   rl_completer_word_break_characters = breakCharacters;
   rl_attempted_completion_function = complete;
+  // Stays open: the prompt is there to the end of the process.
+  if (std::FILE *screen = fdopen(dup(output), "w"))
+    rl_outstream = screen;
   rl_initialize();
   using_history();
   stifle_history(kKeptCommands);
@@ -74,7 +80,7 @@ void TclPrompt::remember(QByteArray command) {
 
 #else
 
-TclPrompt::TclPrompt(Tcl_Interp *, const QString &historyFile) : historyFile_(QFile::encodeName(historyFile)) {}
+TclPrompt::TclPrompt(Tcl_Interp *, const QString &historyFile, int) : historyFile_(QFile::encodeName(historyFile)) {}
 
 void TclPrompt::save() {}
 

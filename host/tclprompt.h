@@ -10,8 +10,9 @@ struct Tcl_Interp;
 // the terminal gives them. One prompt a process.
 class TclPrompt {
 public:
-  // The history is kept in `historyFile`, in memory alone when that is empty.
-  TclPrompt(Tcl_Interp *interp, const QString &historyFile);
+  // The history is kept in `historyFile`, in memory alone when that is empty. `output` is where the user looks, since
+  // the process's standard output need not be that; lines are edited when it is a terminal.
+  TclPrompt(Tcl_Interp *interp, const QString &historyFile, int output);
   TclPrompt(const TclPrompt &) = delete;
   TclPrompt &operator=(const TclPrompt &) = delete;
 

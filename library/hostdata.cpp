@@ -53,6 +53,7 @@ void saveAndClose(oaCellDMData *data) {
 }
 
 void writeData(const QString &libName, const QString &cellName, const QString &text, const HostDataKind &kind) {
+  oaConvert::init();
   const oaScalarName lib = oaConvert::toOaScalarName(libName);
   oaLib *library = makeWritable(oaConvert::getLib(lib, ""), lib);
   oaCellDMData *data = oaCellDMData::open(lib, oaConvert::toOaScalarName(cellName), 'a');
@@ -72,6 +73,7 @@ void writeData(const QString &libName, const QString &cellName, const QString &t
 
 void oaPlugInMain::removeLayoutData(QString lib, QString cell) {
   guard::printing("removeLayoutData", [&] {
+    oaConvert::init();
     const oaScalarName libName = toOaScalarName(lib);
     const oaScalarName cellName = toOaScalarName(cell);
     oaLib *library = getLib(libName, "");

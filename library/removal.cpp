@@ -11,7 +11,9 @@ namespace {
 
 // The open library of that name with write access asked for; a library that had to be opened again is asked twice. When
 // another process does not give up its access in time, the look-up that follows raises OpenAccess's own error.
-oaLib *openForRemoval(const oaScalarName &name) {
+oaLib *openForRemoval(const QString &libName) {
+  oaConvert::init();
+  const oaScalarName name = oaConvert::toOaScalarName(libName);
   oaLib *lib = makeWritable(oaLib::find(name), name);
   lib->getAccess(oaLibAccess(oacWriteLibAccess), kWriteAccessTimeoutSeconds);
   return lib;
@@ -30,14 +32,14 @@ template <typename Part> void destroyAndRelease(Part *part, oaLib *lib) {
 
 void oaPlugInMain::removeView(QString lib, QString cell, QString view) {
   guard::printing("removeView", [&] {
-    oaLib *library = openForRemoval(toOaScalarName(lib));
+    oaLib *library = openForRemoval(lib);
     destroyAndRelease(oaCellView::find(library, toOaScalarName(cell), toOaScalarName(view)), library);
   });
 }
 
 void oaPlugInMain::removeCell(QString lib, QString cell) {
   guard::printing("removeCell", [&] {
-    oaLib *library = openForRemoval(toOaScalarName(lib));
+    oaLib *library = openForRemoval(lib);
     destroyAndRelease(oaCell::find(library, toOaScalarName(cell)), library);
   });
 }

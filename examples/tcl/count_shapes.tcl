@@ -10,6 +10,9 @@ proc usage {} {
 }
 
 proc layerName {tech number} {
+    if {$tech eq ""} {
+        return $number
+    }
     set layer [oa::LayerFind $tech $number]
     return [expr {$layer eq "" ? $number : [oa::getName $layer]}]
 }
