@@ -85,11 +85,12 @@ void writeBuses(oaBlock *block, int count) {
   oaNet *clock = oaNet::create(block, anyName(std::to_string(kWidth) + "*clock"));
   for (int i = 0; i < count / kWidth; ++i) {
     const std::string number = std::to_string(i);
+    const std::string bits = std::string(number).append("_").append(range);
     oaInst *inst = oaVectorInst::create(block, lib, scalar(masterName(i)), scalar("symbol"), scalar("X" + number + "_"),
                                         kWidth - 1, 0, oaTransform(100 * (i % 500), 100 * (i / 500)));
-    oaInstTerm::create(oaNet::create(block, anyName("in" + number + "_" + range)), inst, anyName("A"));
+    oaInstTerm::create(oaNet::create(block, anyName("in" + bits)), inst, anyName("A"));
     oaInstTerm::create(clock, inst, anyName("B"));
-    oaInstTerm::create(oaNet::create(block, anyName("out" + number + "_" + range)), inst, anyName("Y"));
+    oaInstTerm::create(oaNet::create(block, anyName("out" + bits)), inst, anyName("Y"));
   }
 }
 

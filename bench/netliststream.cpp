@@ -50,7 +50,7 @@ void NetlistSink::netlistAddDevice(QString device, QString master, QStringList t
   for (int i = 0; i < nodes.size(); ++i) {
     add(quint64(nodes.at(i)) + quint64(terminals.at(i).size()));
   }
-  add(quint64(device.size() + master.size() + names.size() + values.size()));
+  add(quint64(device.size()) + quint64(master.size()) + quint64(names.size()) + quint64(values.size()));
 }
 
 void NetlistFloor::keepFrom(QObject *sender) {
