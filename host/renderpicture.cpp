@@ -14,11 +14,6 @@
 #include "renderrastercanvas.h"
 #include "rendervectorcanvas.h"
 
-#ifdef __SANITIZE_ADDRESS__
-// The toolkit's offscreen platform never frees its screen, which the leak checker would blame on whoever draws.
-extern "C" const char *__lsan_default_suppressions() { return "leak:libqoffscreen.so\nleak:libfontconfig.so\n"; }
-#endif
-
 namespace {
 
 constexpr double kShapeContrast = 3;
