@@ -1,8 +1,9 @@
 # What `cmake --install` lays out:
 #
-#   bin/oahost
+#   bin/oahost, bin/oacheck
 #   lib/liboaplugin.so                       the plug-in
-#   lib/liboa{Base,DM,Tech,Design}.so        the embedded kit
+#   lib/liboa{Base,DM,Tech,Design,Tcl}.so    the embedded kit
+#   data/plugins/                            evaluators of parametric cells: that for Tcl scripts, and the examples
 #   lib/cmake/TarnwickdaleOpenAccess/        CMake package: targets oa::oaBase, oa::oaDM, oa::oaTech, oa::oaDesign
 #   lib/pkgconfig/tarnwickdale-openaccess.pc
 #   include/oa/                              the kit's public headers

@@ -11,6 +11,25 @@
 namespace OpenAccess_4 {
 namespace kit {
 
+namespace {
+
+// A row with a kind, a text or an element of a pool is there because column 1 holds it. All that a payload holds may be
+// defaults.
+void requireStoredRows(const Table &table, const std::string &path) {
+  if (table.life() == TableLife::referenced && table.id() != kStringTable) {
+    return;
+  }
+  for (const ColumnBase *column : table.columns()) {
+    if (column->id() == 1 && column->size() != table.rowCount()) {
+      raiseBase(oacCorruptedDatabase, "file " + path + ": damaged: table " + table.name() + " claims " +
+                                          std::to_string(table.rowCount()) + " rows, but its column " + column->name() +
+                                          " holds " + std::to_string(column->size()));
+    }
+  }
+}
+
+} // namespace
+
 DatabaseTable::DatabaseTable(Database &database) : Table(database, kDatabaseTable, "database", TableLife::kinds) {
   setKindColumn(kind);
 }
@@ -63,6 +82,7 @@ void Database::load(std::unique_ptr<DatabaseImage> image) {
       for (ColumnBase *column : table->columns()) {
         column->borrow(*image, image->column(table->id(), column->id(), column->elementBytes()));
       }
+      requireStoredRows(*table, image->path());
       table->loaded();
     }
     image_ = std::move(image);

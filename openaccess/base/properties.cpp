@@ -23,10 +23,35 @@ void PropertyTable::checkStored(Row row) const {
     raiseBase(oacCorruptedDatabase, database().label() + ": damaged: property " + std::to_string(row) +
                                         " is of unknown type " + std::to_string(type));
   }
-  // A property that owns itself, directly or in a circle, would make every walk over an owner's properties endless.
-  if (ownerTable[row] == kPropertyTable && ownerRow[row] >= row) {
-    raiseBase(oacInvalidReference, database().label() + ": damaged: property " + std::to_string(row) +
-                                       " belongs to a property that was made later");
+}
+
+Row PropertyTable::ownerAmongProperties(Row row) const {
+  return ownerTable[row] == kPropertyTable && isAlive(ownerRow[row]) ? ownerRow[row] : kNoRow;
+}
+
+std::vector<Row> PropertyTable::circles() const {
+  std::vector<Row> found;
+  // From each property towards its outermost owner, as far as no earlier walk came by.
+  std::vector<Row> walks(rowCount(), kNoRow);
+  for (Row start = nextAlive(kNoRow); start != kNoRow; start = nextAlive(start)) {
+    Row row = start;
+    while (row != kNoRow && walks[row] == kNoRow) {
+      walks[row] = start;
+      row = ownerAmongProperties(row);
+    }
+    if (row != kNoRow && walks[row] == start) {
+      found.push_back(row);
+    }
+  }
+  return found;
+}
+
+// A property that owns itself, directly or in a circle, would make every walk over an owner's properties endless.
+void PropertyTable::requireNoCircles() const {
+  const std::vector<Row> found = circles();
+  if (!found.empty()) {
+    raiseBase(oacInvalidReference, database().label() + ": damaged: property " + std::to_string(found.front()) +
+                                       " belongs to itself, directly or through others");
   }
 }
 
@@ -35,14 +60,19 @@ void PropertyTable::buildIndex() {
     return;
   }
   index_.clear();
-  index_.fill<std::uint64_t>(rowCount(), [this](Row row, std::uint64_t &owner) {
+  bool isAscending = true; // nothing belongs to a later property
+  index_.fill<std::uint64_t>(rowCount(), [&](Row row, std::uint64_t &owner) {
     if (kind[row] == 0) {
       return false;
     }
     checkStored(row);
+    isAscending = isAscending && (ownerTable[row] != kPropertyTable || ownerRow[row] < row);
     owner = key(ownerTable[row], ownerRow[row]);
     return true;
   });
+  if (!isAscending) {
+    requireNoCircles();
+  }
   index_.setBuilt();
 }
 

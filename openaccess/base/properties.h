@@ -40,11 +40,16 @@ public:
   void rowIsGoing(Row row);
   void moveTo(Row row, const Table &table, Row newOwner);
   void contentsChanged() { index_.clear(); }
+  // One property of each circle of properties that own each other. Only a damaged file has any.
+  std::vector<Row> circles() const;
 
 private:
   static std::uint64_t key(std::uint16_t tableId, Row row) { return (std::uint64_t(tableId) << 32) | row; }
   // Raises for a row of a damaged file.
   void checkStored(Row row) const;
+  void requireNoCircles() const;
+  // The property that owns this one, or kNoRow.
+  Row ownerAmongProperties(Row row) const;
   void buildIndex();
   OwnerIndex index_;
 };

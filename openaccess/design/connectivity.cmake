@@ -10,6 +10,7 @@ set(connectivity_sources
   inst.cpp
   instaccess.cpp
   instheader.cpp
+  instheaders.cpp
   instterm.cpp
   multibit.cpp
   net.cpp

@@ -100,11 +100,6 @@ void instTermIsGoing(DesignDatabase &design, Row instTerm);
 // The net of an explicit connection goes or becomes implicit: it and its bits are without a net from now on.
 void instTermLosesNet(DesignDatabase &design, Row instTerm);
 
-// Takes the instance out of its header's count; the header goes with the last instance.
-void leaveInstHeader(DesignDatabase &design, Row inst);
-// The header of a master, made when missing. Names are native texts.
-Row instHeaderFor(DesignDatabase &design, const std::string &lib, const std::string &cell, const std::string &view);
-Row findInstHeader(DesignDatabase &design, const std::string &lib, const std::string &cell, const std::string &view);
 // Called whenever an instance appears, goes, moves or changes its master.
 inline void instsChanged(DesignDatabase &design) {
   design.connectivity.isRefBoxKnown = false;

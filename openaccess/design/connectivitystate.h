@@ -24,15 +24,17 @@ struct BitsIndexes {
 
 // What is derived from the instances of a design. DesignDatabase::contentsChanged() calls clear().
 struct ConnectivityState {
-  NameIndex instHeadersByMaster; // "lib\ncell\nview"
-  OwnerIndex instTermsByName;    // hash of instance and terminal name -> connections; see connections.h
+  NameIndex instHeadersByKey; // see instheader.cpp
+  OwnerIndex subHeadersOfInstHeader;
+  OwnerIndex instTermsByName; // hash of instance and terminal name -> connections; see connections.h
   // Union of the boxes of all instances, and the masters' boxes (by header row) it was made from.
   bool isRefBoxKnown = false;
   oaBox refBox;
   std::vector<oaBox> masterBoxes;
 
   void clear() {
-    instHeadersByMaster.clear();
+    instHeadersByKey.clear();
+    subHeadersOfInstHeader.clear();
     instTermsByName.clear();
     isRefBoxKnown = false;
     masterBoxes.clear();

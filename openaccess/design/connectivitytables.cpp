@@ -49,6 +49,8 @@ InstHeaderTable::InstHeaderTable(Database &database)
   lib.refersTo(kStringTable);
   cell.refersTo(kStringTable);
   view.refersTo(kStringTable);
+  super.refersTo(kInstHeaderTable);
+  params.refersTo(kStringTable);
 }
 
 InstTable::InstTable(Database &database) : RefTable(database, kInstTable, "insts") {

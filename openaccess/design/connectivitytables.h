@@ -103,6 +103,11 @@ public:
   Column<std::uint32_t> insts{*this, 5, "insts"};
   // Box of the master's block when it was last bound; used while it is not. Inverted when unknown.
   Column<oaBox> masterBox{*this, 6, "masterBox"};
+  // Instances of a parametric master lie under sub headers, one for each set of parameters given; the super header of
+  // those places nothing and counts them as its instances.
+  Column<Row> super{*this, 7, "super", kNoRow}; // of a sub header
+  Column<std::uint8_t> isSuper{*this, 8, "isSuper"};
+  Column<Row> params{*this, 9, "params", kNoRow}; // of a sub header; see storedparams.h
 };
 
 // What instances and vias have in common: a place.

@@ -20,10 +20,6 @@ using namespace kit;
 
 namespace {
 
-[[noreturn]] void raiseNotParametric(const oaDesign *design, oaUInt4 id, const char *expected) {
-  raiseDesign(id, designOf(design).label() + ": is not " + expected);
-}
-
 // Headers of other designs whose master is the design behind the question's table: position is the header's row, hint
 // the serial number of the design that holds it.
 class UsedInKind : public CollectionKind {
@@ -126,32 +122,6 @@ void oaDesign::setCellType(oaCellType cellType) {
 }
 
 void oaDesign::enableTimeStamps(oaBoolean) { designOf(this); }
-
-oaBoolean oaDesign::isSuperMaster() const {
-  designOf(this);
-  return false;
-}
-
-oaBoolean oaDesign::isSubMaster() const {
-  designOf(this);
-  return false;
-}
-
-void oaDesign::getParams(oaParamArray &) const { raiseNotParametric(this, oacInvalidPcellMaster, "parametric"); }
-void oaDesign::getParams(oaParamArray &, oaBoolean) const {
-  raiseNotParametric(this, oacInvalidPcellMaster, "parametric");
-}
-oaBoolean oaDesign::findParam(const oaString &, oaParam &) const {
-  raiseNotParametric(this, oacInvalidPcellMaster, "parametric");
-}
-oaDesign *oaDesign::getSuperMaster() const { raiseNotParametric(this, oacInvalidSubMaster, "a parametric sub master"); }
-void oaDesign::getPcellEvaluatorName(oaString &) const {
-  raiseNotParametric(this, oacInvalidSuperMaster, "a parametric super master");
-}
-oaPcellDef *oaDesign::getPcellDef() const {
-  designOf(this);
-  return nullptr;
-}
 
 void oaDesign::openHier() { openHier(oacNullIndex); }
 

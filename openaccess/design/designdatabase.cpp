@@ -9,6 +9,8 @@
 #include "oa/oaTech.h"
 #include "references.h"
 #include "stdviamaster.h"
+#include "supermaster.h"
+#include "techdatabase.h"
 #include "textdisplay.h"
 #include "viareferences.h"
 #include "viewtypes.h"
@@ -19,6 +21,7 @@ namespace OpenAccess_4 {
 namespace kit {
 
 std::uint64_t DesignDatabase::boxGeneration_ = 1;
+std::uint64_t DesignDatabase::techChanges_ = 0;
 
 namespace {
 
@@ -37,6 +40,7 @@ DesignDatabase::DesignDatabase(DatabasePlace place, std::string cell, std::strin
 DesignDatabase::~DesignDatabase() {
   ++boxGeneration_;
   forgetMasters();
+  subMasterIsGoing(*this);
   if (heldTech_ != nullptr && heldTech_->isValid()) {
     heldTech_->close();
   }
@@ -66,6 +70,7 @@ oaDesign *DesignDatabase::design() { return static_cast<oaDesign *>(self()); }
 
 void DesignDatabase::purge(DesignDatabase &design) {
   masterIsGoing(design);
+  superMasterIsGoing(design);
   registry().remove(design);
 }
 
@@ -181,10 +186,14 @@ void DesignDatabase::checkLoaded() {
   }
 }
 
-void DesignDatabase::beforeDrop() { forgetMasters(); }
+void DesignDatabase::beforeDrop() {
+  forgetMasters();
+  superMasterIsGoing(*this);
+}
 
 void DesignDatabase::beforeSave() {
   dropOrphanedDisplays(*this);
+  storePcellData(*this);
   const Row block = blockRow();
   if (block != kNoRow) {
     blocks.shapeBox.set(block, shapeBox());
@@ -212,6 +221,11 @@ void DesignDatabase::rowIsGoing(Table &table, Row row) {
 }
 
 const oaBox &DesignDatabase::blockBox() {
+  // Masters of vias anywhere below follow their definitions.
+  if (techChanges_ != TechDatabase::changes()) {
+    techChanges_ = TechDatabase::changes();
+    ++boxGeneration_;
+  }
   const bool areViasCurrent = viaHeaders.rowCount() == 0 || areViaMastersCurrent(*this);
   if ((blockBoxGeneration_ == boxGeneration_ && areViasCurrent) || isFindingBlockBox_) {
     return blockBox_;

@@ -25,6 +25,8 @@ class oaTech;
 namespace kit {
 
 struct StdViaMaster;
+struct SubMasterState;
+struct SuperMasterState;
 
 class DesignDatabase : public OpenDatabase {
 public:
@@ -85,9 +87,14 @@ public:
   ViaTable vias{*this};
   ViaParamTable viaParams{*this};
   MissingCutTable viaMissingCuts{*this, kViaMissingCutTable};
+  SuperMasterTable superMasters{*this};
 
   // Of a master of standard vias what it is made from; NULL for all other designs.
   std::unique_ptr<StdViaMaster> stdViaMaster;
+  // Of a super master what is known only while it is open, made at first need; of a sub master what it is made from.
+  // NULL for all other designs.
+  std::unique_ptr<SuperMasterState> superState;
+  std::unique_ptr<SubMasterState> subState;
 
   // Look-ups, each built by the room that uses it.
   NameIndex netsByName, termsByName, instsByName;
@@ -205,6 +212,7 @@ private:
 
   // Grows with every change by which the box of any open design may change, since boxes of masters are parts of others.
   static std::uint64_t boxGeneration_;
+  static std::uint64_t techChanges_; // of technologies, when the counter above last grew because of one
   std::uint64_t blockBoxGeneration_ = 0; // 0: unknown
   bool isFindingBlockBox_ = false;       // guards against designs that contain themselves
   oaBox blockBox_;

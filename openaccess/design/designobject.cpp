@@ -20,8 +20,7 @@ bool isBetween(const oaObject *object, oaTypeEnum first, oaTypeEnum last) {
 oaBoolean oaDesignObject::isNode() const { return isBetween(this, oacNodeType, oacGroundedNodeType); }
 
 oaBoolean oaDesignObject::isBlockObject() const {
-  const std::uint16_t table = liveTable(this).id();
-  return table >= kBlockTable && table != kParamTable;
+  return liveTable(this).id() >= kBlockTable;
 }
 
 oaBoolean oaDesignObject::isModObject() const { return isBetween(this, oacModScalarInstType, oacModInstHeaderType); }

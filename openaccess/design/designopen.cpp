@@ -9,6 +9,7 @@
 #include "library.h"
 #include "oa/oaException.h"
 #include "oa/oaViaDef.h"
+#include "supermaster.h"
 #include "viewtypes.h"
 
 #include <memory>
@@ -129,6 +130,18 @@ oaDesign *openDesign(const oaScalarName &libName, const oaScalarName &cellName, 
   return DesignDatabase::registry().add(std::move(design)).design();
 }
 
+// Gives an opening back at the end of its scope.
+class OpenedDesign {
+public:
+  explicit OpenedDesign(DesignDatabase &design) : design_(design) {}
+  ~OpenedDesign() { DesignDatabase::release(design_); }
+  OpenedDesign(const OpenedDesign &) = delete;
+  OpenedDesign &operator=(const OpenedDesign &) = delete;
+
+private:
+  DesignDatabase &design_;
+};
+
 // Open designs by serial number, which stays meaningful when some are closed during the walk.
 class OpenDesignsKind : public CollectionKind {
 public:
@@ -158,6 +171,11 @@ oaDesign *oaDesign::open(const oaScalarName &libName, const oaScalarName &cellNa
 oaDesign *oaDesign::open(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName,
                          const oaParamArray &params) {
   oaDesign *design = openDesign(libName, cellName, viewName, kNoRow, 'r');
+  DesignDatabase &stored = designOf(design);
+  if (kit::isSuperMaster(stored)) {
+    const OpenedDesign super(stored);
+    return openSubMaster(stored, params);
+  }
   if (params.getNumElements() != 0) {
     const std::string label = designOf(design).label();
     design->close();
@@ -233,6 +251,10 @@ void oaDesign::saveAs(const oaScalarName &libName, const oaScalarName &cellName,
   }
   if (target != nullptr && target->isWritable()) {
     raiseDesign(oacCannotLockDatabase, at.place.label + ": is open for writing in this process; close it first");
+  }
+  if (kit::isSuperMaster(design) && findPcellDef(design, this) == nullptr) {
+    raiseDesign(oacCannotSaveUnboundSuperMaster,
+                design.label() + ": is a parametric cell whose evaluator is missing, and cannot be written elsewhere");
   }
   if (at.place.fileName.empty()) {
     createFiles(at, design.viewType());

@@ -7,6 +7,14 @@ DesignAttributesTable::DesignAttributesTable(Database &database)
     : Table(database, kDesignAttributesTable, "designAttributes", TableLife::kinds) {
   setKindColumn(kind);
   viewType.refersTo(kStringTable);
+  superMaster.refersTo(kSuperMasterTable);
+}
+
+SuperMasterTable::SuperMasterTable(Database &database)
+    : Table(database, kSuperMasterTable, "superMasters", TableLife::referenced) {
+  evaluator.refersTo(kStringTable);
+  data.refersTo(kStringTable);
+  params.refersTo(kStringTable);
 }
 
 BlockTable::BlockTable(Database &database) : Table(database, kBlockTable, "blocks", TableLife::kinds) {

@@ -46,8 +46,9 @@ enum DesignTableId : std::uint16_t {
   kViaHeaderTable = 50,
   kViaTable = 51,
   kViaParamTable = 52,
-  kParamTable = 53,
+  // 53 was never written.
   kViaMissingCutTable = 54,
+  kSuperMasterTable = 55,
 };
 
 class DesignAttributesTable : public Table { // one row
@@ -56,6 +57,16 @@ public:
   Column<std::uint8_t> kind{*this, 1, "kind"};
   Column<Row> viewType{*this, 2, "viewType", kNoRow};
   Column<std::uint8_t> cellType{*this, 3, "cellType"};
+  Column<Row> superMaster{*this, 4, "superMaster", kNoRow}; // of a design that is one
+};
+
+// One row for a design that is a super master.
+class SuperMasterTable : public Table {
+public:
+  explicit SuperMasterTable(Database &database);
+  Column<Row> evaluator{*this, 1, "evaluator", kNoRow}; // name
+  Column<Row> data{*this, 2, "data", kNoRow};           // what the evaluator stored
+  Column<Row> params{*this, 3, "params", kNoRow};       // with default values; see storedparams.h
 };
 
 class BlockTable : public Table { // at most one living row

@@ -2,6 +2,8 @@
 
 #include "connections.h"
 #include "instaccess.h"
+#include "instheaders.h"
+#include "supermaster.h"
 
 #include <typeinfo>
 
@@ -17,6 +19,33 @@ namespace {
 oaScalarInst *addScalarInst(DesignDatabase &design, const NewInst &inst, const std::string &name,
                             const oaParamArray *params) {
   return objectAt<oaScalarInst>(design.insts, addInst(design, oacScalarInstType, inst, name, params));
+}
+
+NewInst masterOf(const DesignRow &at) {
+  const InstHeaderTable &headers = at.design.instHeaders;
+  const Row header = checkedRow(headers, at.design.insts.header[at.row], "an instance");
+  const StringTable &strings = at.design.strings();
+  NewInst inst;
+  inst.lib = strings.text(headers.lib[header]);
+  inst.cell = strings.text(headers.cell[header]);
+  inst.view = strings.text(headers.view[header]);
+  return inst;
+}
+
+// The instance and its bits go under the header for the master and the parameters.
+void changeMaster(const DesignRow &at, const NewInst &wanted) {
+  // The new header first: it may be the old one, which must not go.
+  const Row header = instHeaderFor(at.design, wanted.lib, wanted.cell, wanted.view, wanted.params);
+  visitWithBits(at.design, at.row, [&](Row row) {
+    at.design.instHeaders.insts.set(header, at.design.instHeaders.insts[header] + 1);
+    leaveInstHeader(at.design, row);
+    at.design.insts.header.set(row, header);
+    Table::dropAside(at.design.insts.handle(row));
+    if (at.design.instsOfHeader.isBuilt()) {
+      at.design.instsOfHeader.add(header, row);
+    }
+  });
+  instsChanged(at.design);
 }
 
 class InstsOfBlock final : public WholeTableKind {
@@ -86,25 +115,18 @@ void oaInst::getName(const oaNameSpace &ns, oaString &name) const {
   getStoredName(strings, stored, ns, name);
 }
 
-void oaInst::getParams(oaParamArray &params) const {
-  (void)instRow(this);
-  params.setNumElements(0);
-}
+void oaInst::getParams(oaParamArray &params) const { getHeader()->getParams(params); }
 
-oaBoolean oaInst::findParam(const oaString &, oaParam &) const {
-  (void)instRow(this);
-  return false;
+oaBoolean oaInst::findParam(const oaString &name, oaParam &param) const {
+  oaParamArray params;
+  getParams(params);
+  return params.find(name, param);
 }
 
 void oaInst::setParams(const oaParamArray &params) {
   const DesignRow at = instRow(this);
   requireExplicitInst(at.design, at.row, oacCannotSetParamsImplicitInst, "given parameters");
-  oaScalarName lib, cell, view;
-  getLibName(lib);
-  getCellName(cell);
-  getViewName(view);
-  checkParams(at.design, newInst(lib, cell, view, oaTransform(), oacInheritFromTopBlock, oacNonePlacementStatus),
-              &params);
+  changeMaster(at, withParams(at.design, masterOf(at), &params));
 }
 
 oaUInt4 oaInst::getNumBits() const {
@@ -144,18 +166,16 @@ void oaInst::setMaster(const oaDesign *master) {
 void oaInst::setMaster(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName) {
   const DesignRow at = instRow(this);
   requireExplicitInst(at.design, at.row, oacCannotSetMasterImplicitInst, "given another master");
-  // The new header first: it may be the old one, which must not go.
-  const Row header = instHeaderFor(at.design, nativeText(libName), nativeText(cellName), nativeText(viewName));
-  visitWithBits(at.design, at.row, [&](Row row) {
-    at.design.instHeaders.insts.set(header, at.design.instHeaders.insts[header] + 1);
-    leaveInstHeader(at.design, row);
-    at.design.insts.header.set(row, header);
-    Table::dropAside(at.design.insts.handle(row));
-    if (at.design.instsOfHeader.isBuilt()) {
-      at.design.instsOfHeader.add(header, row);
-    }
-  });
-  instsChanged(at.design);
+  oaParamArray params;
+  getParams(params);
+  NewInst wanted = newInst(libName, cellName, viewName, oaTransform(), oacInheritFromTopBlock, oacNonePlacementStatus);
+  // Parameters that the new master does not know are kept as properties, and come back from there.
+  paramsBecomeProps(this, params);
+  const oaDesign *master = oaDesign::find(libName, cellName, viewName);
+  if (master != nullptr && master->isSuperMaster()) {
+    wanted.params = paramsFromProps(this, designOf(master));
+  }
+  changeMaster(at, wanted);
 }
 
 void oaInst::setPlacementStatus(oaPlacementStatus status) {

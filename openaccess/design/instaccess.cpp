@@ -1,11 +1,14 @@
 #include "instaccess.h"
 
+#include "instheaders.h"
+#include "supermaster.h"
+
 namespace OpenAccess_4 {
 namespace kit {
 
 NewInst newInst(const oaScalarName &lib, const oaScalarName &cell, const oaScalarName &view, const oaTransform &xform,
                 oaBlockDomainVisibility visibility, oaPlacementStatus status) {
-  return {nativeText(lib), nativeText(cell), nativeText(view), xform, visibility, status};
+  return {nativeText(lib), nativeText(cell), nativeText(view), oaParamArray(), xform, visibility, status};
 }
 
 NewInst newInst(DesignDatabase &design, const oaDesign *master, const oaTransform &xform,
@@ -21,24 +24,18 @@ NewInst newInst(DesignDatabase &design, const oaDesign *master, const oaTransfor
   return newInst(lib, cell, view, xform, visibility, status);
 }
 
-// Parameters are for parametric masters, which this release of the kit does not know.
-void checkParams(const DesignDatabase &design, const NewInst &inst, const oaParamArray *params) {
+NewInst withParams(const DesignDatabase &design, const NewInst &inst, const oaParamArray *params) {
+  NewInst parametric = inst;
+  parametric.params.setNumElements(0);
   if (params == nullptr || params->getNumElements() == 0) {
-    return;
+    return parametric;
   }
-  const std::string master = inst.lib + "/" + inst.cell + "/" + inst.view;
   const oaNativeNS ns;
-  try {
-    oaDesign::open(oaScalarName(ns, inst.lib.c_str()), oaScalarName(ns, inst.cell.c_str()),
-                   oaScalarName(ns, inst.view.c_str()), 'r')
-        ->close();
-  } catch (const oaException &exception) {
-    refuse(design, oacPcellMasterNotBound,
-           "an instance of " + master +
-               " has parameters, but the master cannot be opened: " + std::string(exception.getMsg()));
-  }
-  refuse(design, oacParamsSuppliedForNonPCellInstMaster,
-         "an instance of " + master + " has parameters, but the master is not parametric");
+  parametric.params = fittingParams(oaScalarName(ns, inst.lib.c_str()), oaScalarName(ns, inst.cell.c_str()),
+                                    oaScalarName(ns, inst.view.c_str()), *params,
+                                    design.label() + ": an instance of " + inst.lib + "/" + inst.cell + "/" + inst.view,
+                                    oacParamsSuppliedForNonPCellInstMaster);
+  return parametric;
 }
 
 std::string checkedInstName(DesignDatabase &design, const oaScalarName &name) {
@@ -73,12 +70,12 @@ void placeInst(DesignDatabase &design, const NewInst &inst, Row header, Row row)
 
 Row addInst(DesignDatabase &design, oaTypeEnum kind, const NewInst &inst, std::string name,
             const oaParamArray *params) {
-  checkParams(design, inst, params);
+  const NewInst parametric = withParams(design, inst, params);
   NameIndex &byName = instsByName(design);
   if (name.empty()) {
     name = automaticName(byName, "I__", design.nextInstNumber);
   }
-  const Row header = instHeaderFor(design, inst.lib, inst.cell, inst.view);
+  const Row header = instHeaderFor(design, inst.lib, inst.cell, inst.view, parametric.params);
   const Row row = design.insts.addRow();
   design.insts.kind.set(row, static_cast<std::uint8_t>(kind));
   design.insts.name.set(row, design.strings().add(name));
@@ -89,7 +86,7 @@ Row addInst(DesignDatabase &design, oaTypeEnum kind, const NewInst &inst, std::s
 }
 
 void placeInsts(DesignDatabase &design, const NewInst &inst, const std::vector<Row> &rows) {
-  const Row header = instHeaderFor(design, inst.lib, inst.cell, inst.view);
+  const Row header = instHeaderFor(design, inst.lib, inst.cell, inst.view, inst.params);
   for (const Row row : rows) {
     placeInst(design, inst, header, row);
   }

@@ -16,6 +16,7 @@ namespace kit {
 // Everything but the name that the create functions of all kinds of instances have in common.
 struct NewInst {
   std::string lib, cell, view; // native names of the master
+  oaParamArray params;         // see withParams()
   oaTransform placement;
   oaBlockDomainVisibility visibility = oacInheritFromTopBlock;
   oaPlacementStatus status = oacNonePlacementStatus;
@@ -26,8 +27,9 @@ NewInst newInst(const oaScalarName &lib, const oaScalarName &cell, const oaScala
 NewInst newInst(DesignDatabase &design, const oaDesign *master, const oaTransform &xform,
                 oaBlockDomainVisibility visibility, oaPlacementStatus status);
 
-// Raises when there are parameters, which are for parametric masters only.
-void checkParams(const DesignDatabase &design, const NewInst &inst, const oaParamArray *params);
+// The same with parameters, which the super master, opened for that, has to know. Raises oacPcellMasterNotBound,
+// oacParamsSuppliedForNonPCellInstMaster, oacNotExistInDefaultParam, oacInvalidDataTypeForParam.
+NewInst withParams(const DesignDatabase &design, const NewInst &inst, const oaParamArray *params);
 // The text of a name for a new scalar or array instance; raises when it cannot be one or is in use.
 std::string checkedInstName(DesignDatabase &design, const oaScalarName &name);
 // A new scalar or array instance. An empty name stands for an automatic one.

@@ -1,7 +1,9 @@
 #include "oa/oaInstHeader.h"
 
 #include "instaccess.h"
+#include "instheaders.h"
 #include "references.h"
+#include "supermaster.h"
 #include "viaaccess.h"
 #include "viareferences.h"
 
@@ -15,92 +17,32 @@ namespace kit {
 
 namespace {
 
-std::string masterKey(const std::string &lib, const std::string &cell, const std::string &view) {
-  // No name holds a line feed: names on disk are escaped, and this is only a key in memory anyway.
-  return lib + "\n" + cell + "\n" + view;
-}
-
-NameIndex &headersByMaster(DesignDatabase &design) {
-  NameIndex &index = design.connectivity.instHeadersByMaster;
-  if (!index.isBuilt()) {
-    index.clear();
-    const InstHeaderTable &headers = design.instHeaders;
-    for (Row row = headers.nextAlive(kNoRow); row != kNoRow; row = headers.nextAlive(row)) {
-      const StringTable &strings = design.strings();
-      index.add(
-          masterKey(strings.text(headers.lib[row]), strings.text(headers.cell[row]), strings.text(headers.view[row])),
-          row);
-    }
-    index.setBuilt();
+// Opens the master that a header names: of a sub header, the sub master for its parameters.
+oaDesign *openMaster(DesignDatabase &design, Row header) {
+  const InstHeaderTable &headers = design.instHeaders;
+  const StringTable &strings = design.strings();
+  oaScalarName lib, cell, view;
+  getStoredName(strings, headers.lib[header], lib);
+  getStoredName(strings, headers.cell[header], cell);
+  getStoredName(strings, headers.view[header], view);
+  if (!isSubInstHeader(design, header)) {
+    return oaDesign::open(lib, cell, view, 'r');
   }
-  return index;
+  oaParamArray params;
+  getInstHeaderParams(design, header, params);
+  return oaDesign::open(lib, cell, view, params);
 }
 
 } // namespace
-
-Row findInstHeader(DesignDatabase &design, const std::string &lib, const std::string &cell, const std::string &view) {
-  return headersByMaster(design).find(masterKey(lib, cell, view));
-}
-
-Row instHeaderFor(DesignDatabase &design, const std::string &lib, const std::string &cell, const std::string &view) {
-  const Row existing = findInstHeader(design, lib, cell, view);
-  if (existing != kNoRow) {
-    return existing;
-  }
-  InstHeaderTable &headers = design.instHeaders;
-  const Row row = headers.addRow();
-  headers.kind.set(row, oacInstHeaderType);
-  headers.lib.set(row, design.strings().intern(lib));
-  headers.cell.set(row, design.strings().intern(cell));
-  headers.view.set(row, design.strings().intern(view));
-  oaBox unknown;
-  unknown.init();
-  headers.masterBox.set(row, unknown);
-  design.connectivity.instHeadersByMaster.add(masterKey(lib, cell, view), row);
-  return row;
-}
-
-void leaveInstHeader(DesignDatabase &design, Row inst) {
-  const Row header = design.insts.header[inst];
-  InstHeaderTable &headers = design.instHeaders;
-  if (design.instsOfHeader.isBuilt()) {
-    design.instsOfHeader.remove(header, inst);
-  }
-  instsChanged(design);
-  if (!headers.isAlive(header)) {
-    return;
-  }
-  const std::uint32_t insts = headers.insts[header];
-  if (insts > 1) {
-    headers.insts.set(header, insts - 1);
-    return;
-  }
-  const StringTable &strings = design.strings();
-  headersByMaster(design).remove(masterKey(strings.text(headers.lib[header]), strings.text(headers.cell[header]),
-                                           strings.text(headers.view[header])),
-                                 header);
-  const auto bound = design.boundMasters.find(header);
-  if (bound != design.boundMasters.end()) {
-    DesignDatabase &master = *bound->second;
-    design.boundMasters.erase(bound);
-    DesignDatabase::release(master);
-  }
-  design.destroyRow(headers, header);
-}
 
 oaDesign *bindMaster(DesignDatabase &design, Row header) {
   const auto bound = design.boundMasters.find(header);
   if (bound != design.boundMasters.end()) {
     return bound->second->design();
   }
-  const StringTable &strings = design.strings();
-  oaScalarName lib, cell, view;
   oaDesign *master = nullptr;
   try {
-    getStoredName(strings, design.instHeaders.lib[header], lib);
-    getStoredName(strings, design.instHeaders.cell[header], cell);
-    getStoredName(strings, design.instHeaders.view[header], view);
-    master = oaDesign::open(lib, cell, view, 'r');
+    master = openMaster(design, header);
   } catch (const oaException &) {
     // A master that is missing or damaged is no error of the design that places it.
     return nullptr;
@@ -111,20 +53,21 @@ oaDesign *bindMaster(DesignDatabase &design, Row header) {
     return nullptr;
   }
   design.boundMasters.emplace(header, &masterDesign);
+  if (isSuperMaster(masterDesign) && !isSuperInstHeader(design, header)) {
+    becomeSuperHeader(design, header);
+  }
   return master;
 }
 
 oaBox masterBoxOf(DesignDatabase &design, Row header) {
   const auto bound = design.boundMasters.find(header);
-  if (bound == design.boundMasters.end()) {
+  const oaBlock *block = bound == design.boundMasters.end() ? nullptr : bound->second->design()->getTopBlock();
+  if (block == nullptr) { // a sub master without its evaluator has none, but had one once
     return design.instHeaders.masterBox[header];
   }
   oaBox box;
   box.init();
-  const oaBlock *block = bound->second->design()->getTopBlock();
-  if (block != nullptr) {
-    block->getBBox(box);
-  }
+  block->getBBox(box);
   return box;
 }
 
@@ -158,7 +101,9 @@ void masterIsGoing(const DesignDatabase &master) {
 
 void storeMasterBoxes(DesignDatabase &design) {
   for (const auto &entry : design.boundMasters) {
-    design.instHeaders.masterBox.set(entry.first, masterBoxOf(design, entry.first));
+    if (entry.second->blockRow() != kNoRow) {
+      design.instHeaders.masterBox.set(entry.first, masterBoxOf(design, entry.first));
+    }
   }
   storeViaMasters(design);
 }
@@ -221,8 +166,12 @@ oaRefHeader *oaRefHeader::getSuperHeader() const {
   if (!isSubHeader()) {
     return nullptr;
   }
-  const ViaHeaderTable &headers = at.design.viaHeaders;
-  return objectAt<oaRefHeader>(at.design.viaHeaders, checkedRow(headers, headers.super[at.row], "a via header"));
+  if (isOfVias(this)) {
+    const ViaHeaderTable &headers = at.design.viaHeaders;
+    return objectAt<oaRefHeader>(at.design.viaHeaders, checkedRow(headers, headers.super[at.row], "a via header"));
+  }
+  const InstHeaderTable &headers = at.design.instHeaders;
+  return objectAt<oaRefHeader>(at.design.instHeaders, checkedRow(headers, headers.super[at.row], "an instance header"));
 }
 
 oaBoolean oaRefHeader::isBound() const {
@@ -232,12 +181,12 @@ oaBoolean oaRefHeader::isBound() const {
 
 oaBoolean oaRefHeader::isSuperHeader() const {
   const DesignRow at = refHeaderRow(this);
-  return isOfVias(this) && kit::isSuperHeader(at.design, at.row);
+  return isOfVias(this) ? kit::isSuperHeader(at.design, at.row) : isSuperInstHeader(at.design, at.row);
 }
 
 oaBoolean oaRefHeader::isSubHeader() const {
   const DesignRow at = refHeaderRow(this);
-  return isOfVias(this) && kit::isSubHeader(at.design, at.row);
+  return isOfVias(this) ? kit::isSubHeader(at.design, at.row) : isSubInstHeader(at.design, at.row);
 }
 
 void oaInstHeader::getLibName(oaScalarName &libName) const {
@@ -266,11 +215,19 @@ void oaInstHeader::getViewName(const oaNameSpace &ns, oaString &viewName) const 
 }
 
 void oaInstHeader::getParams(oaParamArray &params) const {
-  (void)instHeaderRow(this);
-  params.setNumElements(0);
+  const DesignRow at = instHeaderRow(this);
+  getInstHeaderParams(at.design, at.row, params);
 }
 
-void oaInstHeader::getAllParams(oaParamArray &params) const { getParams(params); }
+void oaInstHeader::getAllParams(oaParamArray &params) const {
+  const DesignRow at = instHeaderRow(this);
+  const oaDesign *master = bindMaster(at.design, at.row);
+  if (master != nullptr && (master->isSuperMaster() || master->isSubMaster())) {
+    master->getParams(params);
+  } else {
+    getInstHeaderParams(at.design, at.row, params);
+  }
+}
 
 void oaInstHeader::setMasterBBox(const oaBox &bBox) {
   const DesignRow at = instHeaderRow(this);
@@ -285,8 +242,9 @@ oaCollection<oaInst, oaInstHeader> oaInstHeader::getInsts(oaUInt4 filterFlags) c
 }
 
 oaCollection<oaInstHeader, oaInstHeader> oaInstHeader::getSubHeaders() const {
-  (void)instHeaderRow(this);
-  return emptyCollection<oaCollection<oaInstHeader, oaInstHeader>>();
+  static const MembersKind kind(subHeadersOfInstHeader, kInstHeaderTable);
+  const DesignRow at = instHeaderRow(this);
+  return CollectionAccess::make<oaCollection<oaInstHeader, oaInstHeader>>(kind, &at.design.instHeaders, at.row);
 }
 
 oaInstHeader *oaInstHeader::find(const oaBlock *block, const oaDesign *master) {

@@ -2,6 +2,7 @@
 
 #include "connections.h"
 #include "instaccess.h"
+#include "instheaders.h"
 
 namespace OpenAccess_4 {
 

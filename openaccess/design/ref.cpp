@@ -1,6 +1,7 @@
 #include "references.h"
 
 #include "instaccess.h"
+#include "instheaders.h"
 #include "viareferences.h"
 
 #include <algorithm>
@@ -123,9 +124,11 @@ oaFig *copyRef(DesignDatabase &design, const Table &table, Row row, const oaTran
   }
   const StringTable &strings = design.strings();
   const Row from = design.insts.header[row];
+  oaParamArray params;
+  getInstHeaderParams(design, from, params);
   const Row header =
       instHeaderFor(target, strings.text(design.instHeaders.lib[from]), strings.text(design.instHeaders.cell[from]),
-                    strings.text(design.instHeaders.view[from]));
+                    strings.text(design.instHeaders.view[from]), params);
   const std::string name = automaticName(instsByName(target), "I__", target.nextInstNumber);
   const Row copy = target.insts.addRow();
   target.insts.kind.set(copy, design.insts.kind[row]);
@@ -235,7 +238,12 @@ oaRefHeader *oaRef::getHeader() const {
   return static_cast<oaRefHeader *>(headers.handle(header, oacInstHeaderType));
 }
 
-oaDesign *oaRef::getMaster() const { return getHeader()->getMaster(); }
+oaDesign *oaRef::getMaster() const {
+  const oaRefHeader *header = getHeader();
+  oaDesign *master = header->getMaster();
+  // Binding may show that the master is parametric; the reference then lies under another header.
+  return getHeader() == header ? master : getHeader()->getMaster();
+}
 
 void oaRef::getOrigin(oaPoint &origin) const { origin = refsOf(this).origin[rowOf(this)]; }
 

@@ -72,10 +72,10 @@ template <typename Check> bool passes(Check check) {
 // A checked name comes into being, with all that it implies, at one place.
 template <typename InstType>
 InstType *addNamed(DesignDatabase &design, const NewInst &inst, const oaName &name, const oaParamArray *params) {
-  checkParams(design, inst, params);
+  const NewInst parametric = withParams(design, inst, params);
   std::vector<Row> made;
   const Row row = instNames(design).make(name, made);
-  placeInsts(design, inst, made);
+  placeInsts(design, parametric, made);
   return objectAt<InstType>(design.insts, row);
 }
 

@@ -3,6 +3,7 @@
 #include "figureindexes.h"
 #include "oa/oaException.h"
 #include "references.h"
+#include "supermaster.h"
 #include "viaaccess.h"
 #include "viareferences.h"
 #include "viavalues.h"
@@ -21,6 +22,15 @@ bool isViaKind(std::uint8_t kind) { return kind == oacStdViaType || kind == oacC
 
 bool fits(std::int64_t value) {
   return value >= std::numeric_limits<oaCoord>::min() && value <= std::numeric_limits<oaCoord>::max();
+}
+
+CustomViaSource storedSource(const DesignDatabase &design, Row header) {
+  const ViaHeaderTable &headers = design.viaHeaders;
+  const StringTable &strings = design.strings();
+  CustomViaSource source{strings.text(headers.name[header]), strings.text(headers.lib[header]),
+                         strings.text(headers.cell[header]), strings.text(headers.view[header]), oaParamArray()};
+  getCustomViaParams(design, header, source.params);
+  return source;
 }
 
 Row addVia(DesignDatabase &design, oaTypeEnum kind, Row header, const oaTransform &placement) {
@@ -78,10 +88,8 @@ oaFig *copyVia(DesignDatabase &design, Row via, const oaTransform &xform, Design
   const ViaHeaderTable &headers = design.viaHeaders;
   const std::string name = strings.text(headers.name[from]);
   const auto kind = static_cast<oaTypeEnum>(design.vias.kind[via]);
-  const Row header = kind == oacStdViaType
-                         ? stdViaHeaderFor(target, name, ownParamOf(design, from))
-                         : customViaHeaderFor(target, name, strings.text(headers.lib[from]),
-                                              strings.text(headers.cell[from]), strings.text(headers.view[from]));
+  const Row header = kind == oacStdViaType ? stdViaHeaderFor(target, name, ownParamOf(design, from))
+                                           : customViaHeaderFor(target, storedSource(design, from));
   const Row copy = addVia(target, kind, header, oaTransform(design.vias.origin[via], orientOfRef(design.vias, via)));
   target.vias.purpose.set(copy, design.vias.purpose[via]);
   moveVia(target, copy, xform);
@@ -180,20 +188,29 @@ std::string usableName(DesignDatabase &design, const oaViaDef *viaDef, oaTypeEnu
   return name;
 }
 
-// Parameters of custom vias are for parametric masters.
-void checkParams(const DesignDatabase &design, oaCustomViaDef *viaDef, const oaParamArray *params) {
-  if (params == nullptr || params->getNumElements() == 0) {
+// The definition with parameters that its master knows; `params` may be NULL.
+CustomViaSource customSource(const DesignDatabase &design, const oaCustomViaDef *viaDef, const oaParamArray *params) {
+  oaScalarName lib, cell, view;
+  viaDef->getLibName(lib);
+  viaDef->getCellName(cell);
+  viaDef->getViewName(view);
+  CustomViaSource source{nameOf(viaDef), nativeText(lib), nativeText(cell), nativeText(view), oaParamArray()};
+  if (params != nullptr && params->getNumElements() != 0) {
+    source.params = fittingParams(lib, cell, view, *params, design.label() + ": a via of definition " + source.name,
+                                  oacParamsSuppliedForNonPCellViaMaster);
+  }
+  return source;
+}
+
+void changeHeader(const DesignRow &at, oaVia *via, Row header) {
+  if (header == at.design.vias.header[at.row]) {
     return;
   }
-  try {
-    oaDesign::open(viaDef)->close();
-  } catch (const oaException &exception) {
-    refuse(design, oacPcellMasterNotBound,
-           "a via of definition " + nameOf(viaDef) +
-               " has parameters, but its master cannot be opened: " + std::string(exception.getMsg()));
-  }
-  refuse(design, oacParamsSuppliedForNonPCellViaMaster,
-         "a via of definition " + nameOf(viaDef) + " has parameters, but its master is not parametric");
+  leaveViaHeader(at.design, at.row);
+  joinViaHeader(at.design, at.row, header);
+  Table::dropAside(via);
+  at.design.noteAbandonedRows();
+  viasChanged(at.design);
 }
 
 } // namespace
@@ -235,14 +252,7 @@ void oaStdVia::setViaParams(const oaViaParam &params) {
   const std::string name = at.design.strings().text(at.design.viaHeaders.name[old]);
   // The new header first: it may be the old one, which must not go.
   const Row header = stdViaHeaderFor(at.design, name, ownViaParam(params, viaDef == nullptr ? nullptr : &defaults));
-  if (header == old) {
-    return;
-  }
-  leaveViaHeader(at.design, at.row);
-  joinViaHeader(at.design, at.row, header);
-  Table::dropAside(const_cast<oaStdVia *>(this));
-  at.design.noteAbandonedRows();
-  viasChanged(at.design);
+  changeHeader(at, this, header);
 }
 
 oaStdVia *oaStdVia::create(oaBlock *block, const oaStdViaDef *viaDef, const oaTransform &xform,
@@ -281,19 +291,21 @@ void oaCustomVia::setParams(const oaParamArray &params) {
     refuse(at.design, oacPcellMasterNotBound,
            "a via of definition " + textOf(name) + " cannot have parameters: the technology has no such definition");
   }
-  checkParams(at.design, static_cast<oaCustomViaDef *>(viaDef), &params);
+  const Row old = headerOfVia(at.design, at.row);
+  CustomViaSource source = viaDef == nullptr
+                               ? storedSource(at.design, old)
+                               : customSource(at.design, static_cast<const oaCustomViaDef *>(viaDef), &params);
+  if (viaDef == nullptr) {
+    source.params.setNumElements(0);
+  }
+  changeHeader(at, this, customViaHeaderFor(at.design, source));
 }
 
 oaCustomVia *oaCustomVia::create(oaBlock *block, const oaCustomViaDef *viaDef, const oaTransform &xform,
                                  const oaParamArray *params) {
   DesignDatabase &design = designOfBlock(block);
-  const std::string name = usableName(design, viaDef, oacStdViaHeaderType, oacCustomViaDefSameNameAsStdViaDef);
-  checkParams(design, const_cast<oaCustomViaDef *>(viaDef), params);
-  oaScalarName lib, cell, view;
-  viaDef->getLibName(lib);
-  viaDef->getCellName(cell);
-  viaDef->getViewName(view);
-  const Row header = customViaHeaderFor(design, name, nativeText(lib), nativeText(cell), nativeText(view));
+  (void)usableName(design, viaDef, oacStdViaHeaderType, oacCustomViaDefSameNameAsStdViaDef);
+  const Row header = customViaHeaderFor(design, customSource(design, viaDef, params));
   return objectAt<oaCustomVia>(design.vias, addVia(design, oacCustomViaType, header, xform));
 }
 

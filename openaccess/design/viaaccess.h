@@ -26,14 +26,20 @@ bool isSuperHeader(const DesignDatabase &design, Row header);
 Row findViaHeader(DesignDatabase &design, oaTypeEnum kind, const std::string &name);
 // The header for vias of a standard definition with these values (see ownViaParam), made when missing.
 Row stdViaHeaderFor(DesignDatabase &design, const std::string &name, const oaViaParam &own);
-// The header for vias of a custom definition, made when missing. Names are native texts.
-Row customViaHeaderFor(DesignDatabase &design, const std::string &name, const std::string &lib, const std::string &cell,
-                       const std::string &view);
+// A custom definition and what a via of it was given. Names are native texts.
+struct CustomViaSource {
+  std::string name, lib, cell, view;
+  oaParamArray params;
+};
+// The header for vias of a custom definition, made when missing.
+Row customViaHeaderFor(DesignDatabase &design, const CustomViaSource &source);
 // The via is not on its header any more; a header without users goes.
 void leaveViaHeader(DesignDatabase &design, Row via);
 void joinViaHeader(DesignDatabase &design, Row via, Row header);
 // What the vias of a header do not take from the definition.
 oaViaParam ownParamOf(const DesignDatabase &design, Row header);
+// What the vias of a custom header were given; none for plain and super headers.
+void getCustomViaParams(const DesignDatabase &design, Row header, oaParamArray &params);
 
 OwnerIndex &viasOfHeader(DesignDatabase &design);
 OwnerIndex &subHeadersOfHeader(DesignDatabase &design);

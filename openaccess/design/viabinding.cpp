@@ -59,13 +59,16 @@ oaDesign *openStdMaster(DesignDatabase &design, Row header, const oaStdViaDef *d
   }
 }
 
-oaDesign *openCustomMaster(const DesignDatabase &design, const oaCustomViaDef *definition) {
+oaDesign *openCustomMaster(const DesignDatabase &design, Row header, const oaCustomViaDef *definition) {
   oaScalarName lib, cell, view;
   definition->getLibName(lib);
   definition->getCellName(cell);
   definition->getViewName(view);
   try {
-    oaDesign *master = oaDesign::open(lib, cell, view, 'r');
+    oaParamArray params;
+    getCustomViaParams(design, header, params);
+    oaDesign *master =
+        isSuperHeader(design, header) ? oaDesign::open(lib, cell, view, 'r') : oaDesign::open(lib, cell, view, params);
     if (!reachesThroughMasters(designOf(master), design)) {
       return master;
     }
@@ -144,7 +147,7 @@ oaDesign *bindViaMaster(DesignDatabase &design, Row header) {
   } else {
     const auto *custom = static_cast<oaCustomViaDef *>(definition);
     followDefinition(design, header, custom);
-    master = openCustomMaster(design, custom);
+    master = openCustomMaster(design, header, custom);
   }
   if (master == nullptr) {
     return nullptr;
@@ -153,7 +156,9 @@ oaDesign *bindViaMaster(DesignDatabase &design, Row header) {
   bound.master = &designOf(master);
   noteSource(bound, definition);
   design.boundVias.emplace(header, bound);
-  design.viaHeaders.masterBox.set(header, boxOfMaster(master));
+  if (master->getTopBlock() != nullptr) { // a sub master without its evaluator has none, but had one once
+    design.viaHeaders.masterBox.set(header, boxOfMaster(master));
+  }
   design.boxMayChange();
   return master;
 }
@@ -168,7 +173,8 @@ bool isViaBound(DesignDatabase &design, Row header) { return bindViaMaster(desig
 
 oaBox viaMasterBox(DesignDatabase &design, Row header) {
   const oaDesign *master = bindViaMaster(design, header);
-  return master == nullptr ? design.viaHeaders.masterBox[header] : boxOfMaster(master);
+  return master == nullptr || master->getTopBlock() == nullptr ? design.viaHeaders.masterBox[header]
+                                                               : boxOfMaster(master);
 }
 
 void getEffectiveParams(DesignDatabase &design, Row header, oaViaParam &params) {
@@ -209,7 +215,9 @@ void storeViaMasters(DesignDatabase &design) {
   } catch (const oaException &) { // NOLINT(bugprone-empty-catch): a damaged header keeps what it has; the rest is saved
   }
   for (const auto &entry : design.boundVias) {
-    design.viaHeaders.masterBox.set(entry.first, boxOfMaster(entry.second.master->design()));
+    if (entry.second.master->blockRow() != kNoRow) {
+      design.viaHeaders.masterBox.set(entry.first, boxOfMaster(entry.second.master->design()));
+    }
   }
 }
 

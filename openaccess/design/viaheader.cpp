@@ -2,8 +2,11 @@
 
 #include "oa/oaVia.h"
 
+#include "storedparams.h"
 #include "viaaccess.h"
 #include "viavalues.h"
+
+#include <vector>
 
 namespace OpenAccess_4 {
 
@@ -19,8 +22,17 @@ std::string subHeaderKey(Row super, const oaViaParam &own) {
   return "p" + std::to_string(super) + " " + viaParamKey(own);
 }
 
+std::string subHeaderKey(Row super, const oaParamArray &given) {
+  return "q" + std::to_string(super) + " " + paramKey(given);
+}
+
 std::string keyOf(DesignDatabase &design, Row header) {
   const ViaHeaderTable &headers = design.viaHeaders;
+  if (isSubHeader(design, header) && headers.kind[header] == oacCustomViaHeaderType) {
+    oaParamArray given;
+    getCustomViaParams(design, header, given);
+    return subHeaderKey(headers.super[header], given);
+  }
   if (isSubHeader(design, header)) {
     return subHeaderKey(headers.super[header], ownParamOf(design, header));
   }
@@ -51,6 +63,16 @@ Row addHeader(DesignDatabase &design, oaTypeEnum kind, Row name, std::string key
   return row;
 }
 
+// A new sub header counts as a user of its super header.
+void goUnder(DesignDatabase &design, Row header, Row super) {
+  ViaHeaderTable &headers = design.viaHeaders;
+  headers.super.set(header, super);
+  headers.users.set(super, headers.users[super] + 1);
+  if (design.viaState.subHeadersOfHeader.isBuilt()) {
+    design.viaState.subHeadersOfHeader.add(super, header);
+  }
+}
+
 } // namespace
 
 DesignRow viaHeaderRow(const oaObject *header, std::uint8_t kind) {
@@ -75,7 +97,9 @@ Row headerOfVia(DesignDatabase &design, Row via) {
 bool isSubHeader(const DesignDatabase &design, Row header) { return design.viaHeaders.super[header] != kNoRow; }
 
 bool isSuperHeader(const DesignDatabase &design, Row header) {
-  return design.viaHeaders.kind[header] == oacStdViaHeaderType && !isSubHeader(design, header);
+  const ViaHeaderTable &headers = design.viaHeaders;
+  return headers.kind[header] == oacStdViaHeaderType ? !isSubHeader(design, header)
+                                                     : headers.isCustomSuper[header] != 0;
 }
 
 Row findViaHeader(DesignDatabase &design, oaTypeEnum kind, const std::string &name) {
@@ -97,27 +121,63 @@ Row stdViaHeaderFor(DesignDatabase &design, const std::string &name, const oaVia
   const Row header = addHeader(design, oacStdViaHeaderType, headers.name[super], subHeaderKey(super, own));
   const Row params = design.viaParams.addRow();
   design.viaParams.params.set(params, storedViaParam(own, design.viaMissingCuts));
-  headers.super.set(header, super);
   headers.params.set(header, params);
-  headers.users.set(super, headers.users[super] + 1);
-  if (design.viaState.subHeadersOfHeader.isBuilt()) {
-    design.viaState.subHeadersOfHeader.add(super, header);
-  }
+  goUnder(design, header, super);
   return header;
 }
 
-Row customViaHeaderFor(DesignDatabase &design, const std::string &name, const std::string &lib, const std::string &cell,
-                       const std::string &view) {
+namespace {
+
+Row addCustomSubHeader(DesignDatabase &design, Row super, const oaParamArray &given) {
   ViaHeaderTable &headers = design.viaHeaders;
-  Row header = findViaHeader(design, oacCustomViaHeaderType, name);
-  if (header == kNoRow) {
-    header = addHeader(design, oacCustomViaHeaderType, design.strings().intern(name),
-                       definitionKey(oacCustomViaHeaderType, name));
-    headers.lib.set(header, design.strings().intern(lib));
-    headers.cell.set(header, design.strings().intern(cell));
-    headers.view.set(header, design.strings().intern(view));
-  }
+  const Row header = addHeader(design, oacCustomViaHeaderType, headers.name[super], subHeaderKey(super, given));
+  headers.lib.set(header, headers.lib[super]);
+  headers.cell.set(header, headers.cell[super]);
+  headers.view.set(header, headers.view[super]);
+  headers.customParams.set(header, design.strings().add(storedParams(given)));
+  goUnder(design, header, super);
   return header;
+}
+
+// The vias of a plain header go under a sub header without parameters.
+void becomeSuperHeader(DesignDatabase &design, Row header) {
+  ViaHeaderTable &headers = design.viaHeaders;
+  const std::vector<Row> vias = viasOfHeader(design).rows(header).copy();
+  unbindViaMaster(design, header);
+  headers.isCustomSuper.set(header, 1);
+  headers.users.set(header, 0);
+  const Row sub = addCustomSubHeader(design, header, oaParamArray());
+  headers.masterBox.set(sub, headers.masterBox[header]);
+  headers.users.set(sub, static_cast<std::uint32_t>(vias.size()));
+  for (const Row via : vias) {
+    design.vias.header.set(via, sub);
+    Table::dropAside(design.vias.handle(via));
+  }
+  design.viaState.viasOfHeader.clear();
+  viasChanged(design);
+}
+
+} // namespace
+
+Row customViaHeaderFor(DesignDatabase &design, const CustomViaSource &source) {
+  ViaHeaderTable &headers = design.viaHeaders;
+  const bool isGiven = source.params.getNumElements() != 0;
+  Row header = findViaHeader(design, oacCustomViaHeaderType, source.name);
+  if (header == kNoRow) {
+    header = addHeader(design, oacCustomViaHeaderType, design.strings().intern(source.name),
+                       definitionKey(oacCustomViaHeaderType, source.name));
+    headers.lib.set(header, design.strings().intern(source.lib));
+    headers.cell.set(header, design.strings().intern(source.cell));
+    headers.view.set(header, design.strings().intern(source.view));
+    headers.isCustomSuper.set(header, isGiven ? 1 : 0);
+  } else if (isGiven && !isSuperHeader(design, header)) {
+    becomeSuperHeader(design, header);
+  }
+  if (!isSuperHeader(design, header)) {
+    return header;
+  }
+  const Row sub = headersByKey(design).find(subHeaderKey(header, source.params));
+  return sub != kNoRow ? sub : addCustomSubHeader(design, header, source.params);
 }
 
 namespace {
@@ -168,6 +228,10 @@ void leaveViaHeader(DesignDatabase &design, Row via) {
   } else {
     destroyHeader(design, header);
   }
+}
+
+void getCustomViaParams(const DesignDatabase &design, Row header, oaParamArray &params) {
+  loadParams(design, design.viaHeaders.customParams[header], params);
 }
 
 oaViaParam ownParamOf(const DesignDatabase &design, Row header) {
@@ -290,11 +354,19 @@ void oaCustomViaHeader::getViewName(const oaNameSpace &ns, oaString &viewName) c
 }
 
 void oaCustomViaHeader::getParams(oaParamArray &params) const {
-  (void)viaHeaderRow(this, oacCustomViaHeaderType);
-  params.setNumElements(0);
+  const DesignRow at = viaHeaderRow(this, oacCustomViaHeaderType);
+  getCustomViaParams(at.design, at.row, params);
 }
 
-void oaCustomViaHeader::getAllParams(oaParamArray &params) const { getParams(params); }
+void oaCustomViaHeader::getAllParams(oaParamArray &params) const {
+  const DesignRow at = viaHeaderRow(this, oacCustomViaHeaderType);
+  const oaDesign *master = bindViaMaster(at.design, at.row);
+  if (master != nullptr && (master->isSuperMaster() || master->isSubMaster())) {
+    master->getParams(params);
+  } else {
+    getCustomViaParams(at.design, at.row, params);
+  }
+}
 
 oaCollection<oaViaHeader, oaBlock> oaBlock::getViaHeaders() const {
   return wholeTable<oaCollection<oaViaHeader, oaBlock>>(designOfBlock(this).viaHeaders);

@@ -13,6 +13,7 @@ ViaHeaderTable::ViaHeaderTable(Database &database) : Table(database, kViaHeaderT
   lib.refersTo(kStringTable);
   cell.refersTo(kStringTable);
   view.refersTo(kStringTable);
+  customParams.refersTo(kStringTable);
 }
 
 ViaTable::ViaTable(Database &database) : RefTable(database, kViaTable, "vias") {

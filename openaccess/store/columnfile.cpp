@@ -17,6 +17,7 @@ namespace kit {
 namespace {
 
 constexpr unsigned char kLicensedKitMagic[4] = {0x67, 0x45, 0x23, 0x01};
+constexpr std::size_t kMostDirectoryEntries = 100000;
 
 std::uint64_t checksumOf(const void *bytes, std::size_t count) { return XXH3_64bits(bytes, count); }
 
@@ -61,7 +62,7 @@ void ColumnFile::corrupted(const std::string &what) const {
   raiseBase(oacCorruptedDatabase, "file " + path() + ": damaged: " + what);
 }
 
-void ColumnFile::readDirectory() {
+ColumnFileHeader ColumnFile::readHeader() const {
   ColumnFileHeader header;
   std::memcpy(&header, mapping_.bytes(), sizeof header);
   if (checksumOf(&header, offsetof(ColumnFileHeader, headerChecksum)) != header.headerChecksum) {
@@ -75,14 +76,23 @@ void ColumnFile::readDirectory() {
       header.directoryOffset % 8 != 0) {
     corrupted("the directory lies outside the file");
   }
+  return header;
+}
+
+void ColumnFile::readDirectory() {
+  const ColumnFileHeader header = readHeader();
   const unsigned char *bytes = mapping_.bytes() + header.directoryOffset;
   const std::size_t size = static_cast<std::size_t>(header.directoryBytes);
   if (checksumOf(bytes, size) != header.directoryChecksum) {
     corrupted("the directory's checksum does not fit");
   }
-  flatbuffers::Verifier verifier(bytes, size, 16, 100000000);
+  // A directory may list one table or column again and again; each entry of a list takes four bytes. What the kit
+  // writes has some hundred.
+  const std::size_t mostEntries = std::min<std::size_t>(kMostDirectoryEntries, size / 4);
+  flatbuffers::Verifier verifier(bytes, size, 16, static_cast<flatbuffers::uoffset_t>(mostEntries));
   if (!file::VerifyDirectoryBuffer(verifier)) {
-    corrupted("the directory is malformed");
+    corrupted("the directory is malformed, or describes more than " + std::to_string(mostEntries) +
+              " tables and columns");
   }
   const file::Directory *directory = file::GetDirectory(bytes);
   if (directory->schema_step() > kCurrentSchemaStep) {
@@ -94,38 +104,57 @@ void ColumnFile::readDirectory() {
   if (directory->tables() == nullptr) {
     return;
   }
+  Claims claims{header.directoryOffset, 0, 0};
   for (const file::StoredTable *table : *directory->tables()) {
-    const std::string tableName = table->name() != nullptr ? table->name()->str() : std::to_string(table->id());
-    if (table->rows() == kNoRow) {
-      corrupted("table " + tableName + " claims too many rows");
-    }
-    tableRows_.emplace_back(table->id(), table->rows());
-    if (table->columns() == nullptr) {
-      continue;
-    }
-    for (const file::StoredColumn *column : *table->columns()) {
-      const std::string name =
-          tableName + "." + (column->name() != nullptr ? column->name()->str() : std::to_string(column->id()));
-      const std::uint64_t room =
-          column->offset() <= header.directoryOffset ? header.directoryOffset - column->offset() : 0;
-      if (column->element_bytes() == 0 || column->element_bytes() > 4096 ||
-          column->offset() % kColumnAlignmentBytes != 0 || column->rows() > table->rows() ||
-          std::uint64_t(column->rows()) * column->element_bytes() > room) {
-        corrupted("column " + name + " claims " + std::to_string(column->rows()) + " rows of " +
-                  std::to_string(column->element_bytes()) + " bytes at " + std::to_string(column->offset()) +
-                  ", which the file does not hold");
-      }
-      const Row segments = segmentsOf(column->rows());
-      if (segments != (column->checksums() != nullptr ? column->checksums()->size() : 0)) {
-        corrupted("column " + name + " lacks checksums");
-      }
-      ColumnView view;
-      view.elements = mapping_.bytes() + column->offset();
-      view.rows = column->rows();
-      view.checksums = segments != 0 ? reinterpret_cast<const std::uint64_t *>(column->checksums()->Data()) : nullptr;
-      columns_.push_back({table->id(), column->id(), column->element_bytes(), view});
-    }
+    readTable(*table, claims);
   }
+}
+
+// Memory is taken for each row of a table, so rows are believed only as far as the file pays for them: each has a byte
+// at least that no other row has, its kind, its element of a pool, or the reference that it is there for.
+void ColumnFile::readTable(const file::StoredTable &table, Claims &claims) {
+  const std::string name = table.name() != nullptr ? table.name()->str() : std::to_string(table.id());
+  claims.rows += table.rows();
+  if (table.rows() == kNoRow || claims.rows > mapping_.size()) {
+    corrupted("table " + name + " claims " + std::to_string(table.rows()) + " rows, but the file has only " +
+              std::to_string(mapping_.size()) + " bytes for those of all tables");
+  }
+  tableRows_.emplace_back(table.id(), table.rows());
+  if (table.columns() == nullptr) {
+    return;
+  }
+  for (const file::StoredColumn *column : *table.columns()) {
+    readColumn(table, *column, name, claims);
+  }
+}
+
+void ColumnFile::readColumn(const file::StoredTable &table, const file::StoredColumn &column,
+                            const std::string &tableName, Claims &claims) {
+  const std::string name =
+      tableName + "." + (column.name() != nullptr ? column.name()->str() : std::to_string(column.id()));
+  const std::uint64_t end = claims.columnsEnd;
+  const std::uint64_t room = column.offset() <= end ? end - column.offset() : 0;
+  const std::uint64_t bytes = std::uint64_t(column.rows()) * column.element_bytes();
+  if (column.element_bytes() == 0 || column.element_bytes() > 4096 || column.offset() % kColumnAlignmentBytes != 0 ||
+      column.rows() > table.rows() || bytes > room) {
+    corrupted("column " + name + " claims " + std::to_string(column.rows()) + " rows of " +
+              std::to_string(column.element_bytes()) + " bytes at " + std::to_string(column.offset()) +
+              ", which the file does not hold");
+  }
+  claims.columnBytes += bytes;
+  if (claims.columnBytes > end) {
+    corrupted("column " + name + " lies where others lie: together they would have " +
+              std::to_string(claims.columnBytes) + " bytes, and the file has " + std::to_string(end) + " for them");
+  }
+  const Row segments = segmentsOf(column.rows());
+  if (segments != (column.checksums() != nullptr ? column.checksums()->size() : 0)) {
+    corrupted("column " + name + " lacks checksums");
+  }
+  ColumnView view;
+  view.elements = mapping_.bytes() + column.offset();
+  view.rows = column.rows();
+  view.checksums = segments != 0 ? reinterpret_cast<const std::uint64_t *>(column.checksums()->Data()) : nullptr;
+  columns_.push_back({table.id(), column.id(), column.element_bytes(), view});
 }
 
 Row ColumnFile::rowCount(std::uint16_t table) const {

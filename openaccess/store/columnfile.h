@@ -15,6 +15,11 @@
 namespace OpenAccess_4 {
 namespace kit {
 
+namespace file {
+struct StoredTable;
+struct StoredColumn;
+} // namespace file
+
 struct ColumnFileHeader {
   char magic[8];
   std::uint32_t headerBytes;
@@ -41,7 +46,8 @@ enum SchemaStep : std::uint16_t {
 
 class ColumnFile : public DatabaseImage {
 public:
-  // Checks header and directory, and that every column lies inside the file. Raises as DatabaseImage::open does.
+  // Checks header and directory, that every column lies inside the file, and that the file is large enough for the
+  // rows that it claims. Raises as DatabaseImage::open does.
   ColumnFile(const std::string &path, MappedFile mapping);
 
   std::uint8_t databaseKind() const override { return databaseKind_; }
@@ -56,8 +62,18 @@ private:
     std::uint32_t elementBytes;
     ColumnView view;
   };
+  // What the directory has claimed so far.
+  struct Claims {
+    std::uint64_t columnsEnd; // where the directory begins
+    std::uint64_t rows;
+    std::uint64_t columnBytes;
+  };
   [[noreturn]] void corrupted(const std::string &what) const;
+  ColumnFileHeader readHeader() const;
   void readDirectory();
+  void readTable(const file::StoredTable &table, Claims &claims);
+  void readColumn(const file::StoredTable &table, const file::StoredColumn &column, const std::string &tableName,
+                  Claims &claims);
 
   MappedFile mapping_;
   std::uint8_t databaseKind_ = 0;

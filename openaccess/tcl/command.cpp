@@ -132,10 +132,42 @@ int fail(Tcl_Interp *interp, const std::string &message, const std::string &code
   return TCL_ERROR;
 }
 
+// An argument in a message: whole unless it is very long.
+std::string shown(Tcl_Obj *argument) {
+  constexpr std::size_t kLongest = 200;
+  std::string text = Tcl_GetString(argument);
+  if (text.size() > kLongest) {
+    std::size_t end = kLongest;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xc0) == 0x80) { // inside of a character
+      --end;
+    }
+    text.replace(end, std::string::npos, "...");
+  }
+  return text;
+}
+
 [[noreturn]] void refuseDead(const std::string &command, Tcl_Obj *argument) {
-  throw ScriptError{"oa::" + command + ": the object \"" + Tcl_GetString(argument) +
+  throw ScriptError{"oa::" + command + ": the object \"" + shown(argument) +
                         "\" was destroyed, or its database has been closed",
                     "OA " + std::to_string(oacDeletedDatabase)};
+}
+
+// Scripts that are confined to a design change that one, and look at what it refers to.
+void checkConfined(const oaDesign *own, const Form &form, int count, Tcl_Obj *const *arguments) {
+  if (own == nullptr || form.effect == Effect::none || form.effect == Effect::reads) {
+    return;
+  }
+  oaObject *target = nullptr;
+  const int last = form.effect == Effect::copies ? count : std::min(count, 1);
+  for (int i = 0; i < last; ++i) {
+    oaObject *object = readHandle(arguments[i]).object;
+    target = object != nullptr ? object : target;
+  }
+  if (form.effect == Effect::outside || target == nullptr || designOfObject(target) != own) {
+    throw ScriptError{std::string("oa::") + form.command +
+                          ": the script of a parametric cell may change only the design that it draws",
+                      "OA CONFINED"};
+  }
 }
 
 } // namespace
@@ -175,7 +207,7 @@ void Command::refuse(int count, Tcl_Obj *const *arguments) const {
       refuseDead(name_, arguments[i]);
     }
     if (readValue(arguments[i]).isLost) {
-      throw ScriptError{"oa::" + name_ + ": the object \"" + Tcl_GetString(arguments[i]) +
+      throw ScriptError{"oa::" + name_ + ": the object \"" + shown(arguments[i]) +
                             "\" does not exist any more: objects die with the last Tcl value that refers to them",
                         "OA VALUE"};
     }
@@ -218,7 +250,7 @@ void Command::refuse(int count, Tcl_Obj *const *arguments) const {
     list = "an object with this function";
   }
   throw ScriptError{"oa::" + name_ + ": " + parameterName + ": expected " + list + " but got \"" +
-                        Tcl_GetString(arguments[furthest]) + "\"",
+                        shown(arguments[furthest]) + "\"",
                     "OA VALUE"};
 }
 
@@ -229,6 +261,7 @@ int Command::run(Tcl_Interp *interp, int count, Tcl_Obj *const *arguments) const
     if (form == nullptr) {
       refuse(count, arguments);
     }
+    checkConfined(Session::current().confinedTo(), *form, count, arguments);
     Call call(interp, *form, count, arguments);
     form->invoke(call);
     call.finish();
@@ -244,6 +277,10 @@ int Command::run(Tcl_Interp *interp, int count, Tcl_Obj *const *arguments) const
   } catch (const std::exception &exception) {
     return fail(interp, "oa::" + name_ + ": " + exception.what(), "OA SYSTEM");
   }
+}
+
+bool Command::isForConfined() const {
+  return std::any_of(forms_.begin(), forms_.end(), [](const Form *form) { return form->effect != Effect::outside; });
 }
 
 std::string Command::help() const {

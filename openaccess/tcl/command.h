@@ -21,6 +21,8 @@ public:
 
   // Returns a Tcl completion code; nothing is thrown.
   int run(Tcl_Interp *interp, int count, Tcl_Obj *const *arguments) const;
+  // Whether a session that is confined to one design has it.
+  bool isForConfined() const;
   // A line for each form: the command, its parameters and what they are.
   std::string help() const;
 
@@ -36,6 +38,10 @@ private:
 // All commands in the order of their names, made at first need.
 const std::vector<Command> &allCommands();
 const Command *findCommand(const std::string &name);
+
+// Makes the commands and constants in the interpreter, those that its session is confined to. Returns a Tcl completion
+// code.
+int makeCommands(Tcl_Interp *interp);
 
 } // namespace tcl
 } // namespace OpenAccess_4

@@ -24,6 +24,7 @@ extern const std::size_t kConstantCount;
 extern const FormTable kCollectionForms;
 extern const FormTable kArrayForms;
 extern const FormTable kSessionForms;
+extern const FormTable kPcellForms;
 
 } // namespace tcl
 } // namespace OpenAccess_4

@@ -1,5 +1,6 @@
 #include "handles.h"
 
+#include "classes.h"
 #include "table.h"
 #include "values.h"
 
@@ -100,6 +101,17 @@ Handle readHandle(Tcl_Obj *text) {
     return {HandleState::none, nullptr};
   }
   return stateOf(reinterpret_cast<oaObject *>(address));
+}
+
+oaDesign *designOfObject(oaObject *object) {
+  const ClassInfo &cls = managedClass(object->getType());
+  if (cls.distanceTo(classOf<oaProp>()) >= 0) {
+    return designOfObject(static_cast<oaProp *>(object)->getOwner());
+  }
+  if (cls.distanceTo(classOf<oaDesign>()) >= 0) {
+    return static_cast<oaDesign *>(object);
+  }
+  return cls.distanceTo(classOf<oaDesignObject>()) >= 0 ? static_cast<oaDesignObject *>(object)->getDesign() : nullptr;
 }
 
 } // namespace tcl

@@ -23,6 +23,9 @@ struct Handle {
 // NULL is written "", null or NULL. `none`: the text is no handle, or no object was ever given out under it.
 Handle readHandle(Tcl_Obj *text);
 
+// The design that a living object is, or belongs to; NULL for objects of technologies, libraries and the session.
+oaDesign *designOfObject(oaObject *object);
+
 } // namespace tcl
 } // namespace OpenAccess_4
 

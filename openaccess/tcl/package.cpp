@@ -18,7 +18,10 @@ int runCommand(ClientData command, Tcl_Interp *interp, int count, Tcl_Obj *const
   return static_cast<const Command *>(command)->run(interp, count - 1, arguments + 1);
 }
 
+} // namespace
+
 int makeCommands(Tcl_Interp *interp) {
+  const bool isConfined = Session::of(interp).confinedTo() != nullptr;
   Tcl_Namespace *space = Tcl_FindNamespace(interp, "::oa", nullptr, 0);
   if (space == nullptr) {
     space = Tcl_CreateNamespace(interp, "::oa", nullptr, nullptr);
@@ -27,6 +30,9 @@ int makeCommands(Tcl_Interp *interp) {
     return TCL_ERROR;
   }
   for (const Command &command : allCommands()) {
+    if (isConfined && !command.isForConfined()) {
+      continue;
+    }
     Tcl_CreateObjCommand(interp, ("::oa::" + command.name()).c_str(), runCommand, const_cast<Command *>(&command),
                          nullptr);
   }
@@ -40,8 +46,6 @@ int makeCommands(Tcl_Interp *interp) {
   return Tcl_Export(interp, space, "*", 0);
 }
 
-} // namespace
-
 } // namespace tcl
 } // namespace OpenAccess_4
 
@@ -52,7 +56,7 @@ extern "C" __attribute__((visibility("default"))) int Oa_Init(Tcl_Interp *interp
   }
   try {
     oaDesignInit();
-    tcl::Session::of(interp);
+    tcl::Session::of(interp).setPcellErrorLogging(true);
   } catch (const oaException &exception) {
     Tcl_SetObjResult(interp, Tcl_NewStringObj(exception.getMsg(), -1));
     return TCL_ERROR;

@@ -47,12 +47,22 @@ struct Parameter {
   bool isSecondChoice = false;
 };
 
+// What a form may do, for sessions that are confined to one design.
+enum class Effect : std::uint8_t {
+  none,    // works on values
+  reads,   // changes nothing that is stored
+  changes, // changes the design that the first argument belongs to
+  copies,  // changes the design that the last argument that is an object belongs to
+  outside, // the session, libraries, files, the life of designs and technologies
+};
+
 struct Form {
   const char *command; // without "oa::"
   const Parameter *parameters;
   std::uint8_t count;
   std::uint8_t required;
   void (*invoke)(Call &call);
+  Effect effect = Effect::none;
 };
 
 struct FormTable {

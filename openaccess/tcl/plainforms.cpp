@@ -282,9 +282,10 @@ bool PlainForm<oaParam>::read(Tcl_Obj *text, double, oaParam *value) {
   if (list.count() != 3) {
     return false;
   }
-  const char *typeName = Tcl_GetString(list[1]);
+  const std::string typeName = Tcl_GetString(list[1]);
   for (oaUInt4 type = oacIntParamType; type <= oacTimeParamType; ++type) {
-    if (oaEnumNamesOf(oaParamTypeEnum()).nameOf(type) == typeName) {
+    const std::string own(oaEnumNamesOf(oaParamTypeEnum()).nameOf(type));
+    if (typeName == own || typeName == own + "Param") { // both are met in scripts
       oaParam param;
       param.setName(Tcl_GetString(list[0]));
       if (!setContent(param, static_cast<oaParamTypeEnum>(type), list[2])) {

@@ -1,5 +1,6 @@
 #include "session.h"
 
+#include "oa/oaPcell.h"
 #include "scripterror.h"
 
 namespace oaLang {
@@ -31,7 +32,40 @@ namespace tcl {
 namespace {
 constexpr char kKey[] = "oaTclEngine";
 Session *currentSession = nullptr;
+Session *freeSession = nullptr; // the innermost of those that run and are not confined
 } // namespace
+
+// Writes to the channel stderr of Tcl: what an evaluator does wrong ends no command.
+class PcellErrorLog : public oaPcellObserver {
+public:
+  explicit PcellErrorLog(const Session &session) : oaPcellObserver(1), session_(session) {}
+  void onError(oaDesign *, const oaString &message, oaPcellErrorTypeEnum) override {
+    Tcl_Channel channel = freeSession == &session_ ? Tcl_GetStdChannel(TCL_STDERR) : nullptr;
+    if (channel != nullptr) {
+      Tcl_WriteChars(channel, ("oa: " + std::string(message) + "\n").c_str(), -1);
+      Tcl_Flush(channel);
+    }
+  }
+
+private:
+  const Session &session_;
+};
+
+Session::Session(Tcl_Interp *interp) : interp_(interp) {}
+Session::~Session() = default;
+
+void Session::setPcellErrorLogging(bool isOn) {
+  if (isOn && pcellErrorLog_ == nullptr) {
+    pcellErrorLog_ = std::make_unique<PcellErrorLog>(*this);
+  } else if (!isOn) {
+    pcellErrorLog_.reset();
+  }
+}
+
+void Session::confineTo(const oaDesign *design) {
+  confinedTo_ = design;
+  hiddenObjects_ = lastObjectSerial();
+}
 
 Session &Session::of(Tcl_Interp *interp) {
   void *found = Tcl_GetAssocData(interp, kKey, nullptr);
@@ -60,6 +94,7 @@ void Session::interpreterGone(ClientData session, Tcl_Interp *) {
     gone->popNameSpace();
   }
   gone->interp_ = nullptr;
+  gone->pcellErrorLog_.reset();
   if (gone->holders_ == 0) {
     delete gone;
   }
@@ -88,8 +123,22 @@ void Session::popNameSpace() {
   nameSpaces_.pop_back();
 }
 
-Session::Running::Running(Session &session) : outer_(currentSession) { currentSession = &session; }
-Session::Running::~Running() { currentSession = outer_; }
+Session::Running::Running(Session &session) : outer_(currentSession), outerFree_(freeSession) {
+  enter(&session);
+  if (session.confinedTo_ == nullptr) {
+    freeSession = &session;
+  }
+}
+
+Session::Running::~Running() {
+  enter(outer_);
+  freeSession = outerFree_;
+}
+
+void Session::Running::enter(Session *session) {
+  currentSession = session;
+  hideObjectsUpTo(session == nullptr ? 0 : session->hiddenObjects_);
+}
 
 } // namespace tcl
 } // namespace OpenAccess_4

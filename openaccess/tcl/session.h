@@ -6,11 +6,14 @@
 #include "oa/oaTcl.h"
 #include "values.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace OpenAccess_4 {
 namespace tcl {
+
+class PcellErrorLog;
 
 class Session : public oaTcl::oaTclEngine {
 public:
@@ -32,6 +35,14 @@ public:
 
   bool libDefListErrorLogging = true;
 
+  // Tells of parametric cells that fail while a command of the session runs; until setPcellErrorLogging(false).
+  void setPcellErrorLogging(bool isOn);
+
+  // The session of a script that draws one design: it changes no other, and sees no utility objects of other sessions.
+  void confineTo(const oaDesign *design);
+  // NULL unless it is confined.
+  const oaDesign *confinedTo() const { return confinedTo_; }
+
   // Makes the session the current one while a command runs.
   class Running {
   public:
@@ -41,17 +52,22 @@ public:
     Running &operator=(const Running &) = delete;
 
   private:
+    static void enter(Session *session);
     Session *outer_;
+    Session *outerFree_;
   };
 
 private:
-  explicit Session(Tcl_Interp *interp) : interp_(interp) {}
-  ~Session() override = default;
+  explicit Session(Tcl_Interp *interp);
+  ~Session() override;
   static void interpreterGone(ClientData session, Tcl_Interp *interp);
 
   Tcl_Interp *interp_;
   oaUInt4 holders_ = 0;
   std::vector<Tcl_Obj *> nameSpaces_;
+  std::unique_ptr<PcellErrorLog> pcellErrorLog_;
+  const oaDesign *confinedTo_ = nullptr;
+  oaUInt8 hiddenObjects_ = 0;
 };
 
 } // namespace tcl

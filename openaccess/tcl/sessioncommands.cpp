@@ -75,14 +75,16 @@ constexpr Parameter kFlag[] = {{ParameterKind::boolean, "flag"}};
 constexpr Parameter kNumber[] = {{ParameterKind::integer, "n", nullptr, 0, UINT_MAX}};
 
 const Form kForms[] = {
-    {"LibDefListOpenLibs", kPath, 1, 0, openLibs},
+    {"LibDefListOpenLibs", kPath, 1, 0, openLibs, Effect::outside},
     {"help", kCommandName, 1, 0, help},
     {"getNameSpace", nullptr, 0, 0, getNameSpace},
     {"pushNameSpace", kNameSpace, 1, 1,
      [](Call &call) { Session::current().pushNameSpace(readValue(call.argument(0)).value); }},
     {"popNameSpace", nullptr, 0, 0, [](Call &) { Session::current().popNameSpace(); }},
     {"setLibDefListErrorLogging", kFlag, 1, 1,
-     [](Call &call) { Session::current().libDefListErrorLogging = call.boolean(0); }},
+     [](Call &call) { Session::current().libDefListErrorLogging = call.boolean(0); }, Effect::outside},
+    {"setPcellErrorLogging", kFlag, 1, 1, [](Call &call) { Session::current().setPcellErrorLogging(call.boolean(0)); },
+     Effect::outside},
     {"UInt4", kNumber, 1, 1,
      [](Call &call) { call.add(newObject(new ValueOf<oaUInt4>(kUInt4Class, 1, call.integer<oaUInt4>(0)))); }},
 };

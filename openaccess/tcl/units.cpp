@@ -1,6 +1,7 @@
 #include "units.h"
 
 #include "classes.h"
+#include "handles.h"
 #include "scripterror.h"
 #include "values.h"
 
@@ -13,19 +14,11 @@ namespace tcl {
 
 namespace {
 
+// What oaBlock::getDBUPerUU() answers, for a design that has no block as well.
 double dbuPerUUOfDesign(const oaDesign *design) {
   const oaTech *tech = design->getTech();
-  if (tech == nullptr) {
-    oaString lib, cell, view;
-    const oaNativeNS ns;
-    design->getLibName(ns, lib);
-    design->getCellName(ns, cell);
-    design->getViewName(ns, view);
-    throw ScriptError{"design " + std::string(lib) + "/" + std::string(cell) + "/" + std::string(view) +
-                          " has no technology, so its user units are not known",
-                      "OA NOTECH"};
-  }
-  return tech->getDBUPerUU(design->getViewType());
+  const oaViewType *type = design->getViewType();
+  return tech == nullptr ? oaTech::getDefaultDBUPerUU(type) : tech->getDBUPerUU(type);
 }
 
 template <class Integer> Integer rounded(double uu, double dbuPerUU, const char *what) {
@@ -37,8 +30,9 @@ template <class Integer> Integer rounded(double uu, double dbuPerUU, const char 
   return static_cast<Integer>(dbu);
 }
 
-// `list` is taken apart for good: a copy of the caller's.
-void collectNumbers(Tcl_Obj *list, std::vector<double> &numbers) {
+// `list` is taken apart for good: a copy of the caller's. No list of lengths is nested deeper than kDeepest.
+constexpr int kDeepest = 8;
+void collectNumbers(Tcl_Obj *list, std::vector<double> &numbers, int depth = 0) {
   double number = 0;
   if (Tcl_GetDoubleFromObj(nullptr, list, &number) == TCL_OK) {
     numbers.push_back(number);
@@ -50,10 +44,10 @@ void collectNumbers(Tcl_Obj *list, std::vector<double> &numbers) {
     return;
   }
   // A text that is no list of several things is its own only element.
-  for (int i = 0; i < count && count > 1; ++i) {
+  for (int i = 0; i < count && count > 1 && depth < kDeepest; ++i) {
     Tcl_Obj *copy = Tcl_DuplicateObj(elements[i]);
     Tcl_IncrRefCount(copy);
-    collectNumbers(copy, numbers);
+    collectNumbers(copy, numbers, depth + 1);
     Tcl_DecrRefCount(copy);
   }
 }
@@ -70,15 +64,12 @@ bool areWhole(const std::vector<double> &numbers, double unit) {
 } // namespace
 
 double dbuPerUUOf(oaObject *object) {
+  if (const oaDesign *design = designOfObject(object)) {
+    return dbuPerUUOfDesign(design);
+  }
   const ClassInfo &cls = managedClass(object->getType());
   if (cls.distanceTo(classOf<oaProp>()) >= 0) {
     return dbuPerUUOf(static_cast<oaProp *>(object)->getOwner());
-  }
-  if (cls.distanceTo(classOf<oaDesign>()) >= 0) {
-    return dbuPerUUOfDesign(static_cast<oaDesign *>(object));
-  }
-  if (cls.distanceTo(classOf<oaDesignObject>()) >= 0) {
-    return dbuPerUUOfDesign(static_cast<oaDesignObject *>(object)->getDesign());
   }
   if (cls.distanceTo(classOf<oaTechObject>()) >= 0) {
     const oaTech *tech =

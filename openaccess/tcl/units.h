@@ -10,8 +10,8 @@
 namespace OpenAccess_4 {
 namespace tcl {
 
-// Database units in a user unit of the design that the object belongs to; for objects of a technology those of mask
-// layouts. Raises ScriptError for a design without technology.
+// Database units in a user unit of the design that the object belongs to, the defaults of its view type when it has no
+// technology; for objects of a technology those of mask layouts. Raises ScriptError for objects of neither.
 double dbuPerUUOf(oaObject *object);
 
 // Rounds to the nearest; raises ScriptError for what does not fit.

@@ -18,6 +18,9 @@ std::unordered_map<oaUInt8, Value *> &objects() {
   return table;
 }
 
+oaUInt8 lastSerial = 0;
+oaUInt8 lastHiddenSerial = 0;
+
 Value *contentOf(Tcl_Obj *text) { return static_cast<Value *>(text->internalRep.otherValuePtr); }
 
 void drop(Value *value) {
@@ -99,7 +102,6 @@ Value::~Value() {
 }
 
 Tcl_Obj *newObject(Value *value) {
-  static oaUInt8 lastSerial = 0;
   value->serial = ++lastSerial;
   objects().emplace(value->serial, value);
   return newText(value);
@@ -107,6 +109,9 @@ Tcl_Obj *newObject(Value *value) {
 
 Tcl_Obj *newPlainValue(Value *value) { return newText(value); }
 Tcl_Obj *newReference(Value *value) { return newText(value); }
+
+oaUInt8 lastObjectSerial() { return lastSerial; }
+void hideObjectsUpTo(oaUInt8 serial) { lastHiddenSerial = serial; }
 
 bool isValue(const Tcl_Obj *text) { return text->typePtr == &kValueType; }
 
@@ -124,7 +129,8 @@ ReadValue readValue(Tcl_Obj *text) {
     return {nullptr, false};
   }
   const auto found = objects().find(std::strtoull(number + 3, nullptr, 16));
-  if (found == objects().end() || std::string(bytes + 3, number) != found->second->cls.name) {
+  if (found == objects().end() || found->first <= lastHiddenSerial ||
+      std::string(bytes + 3, number) != found->second->cls.name) {
     return {nullptr, true};
   }
   return {found->second, false};

@@ -67,6 +67,11 @@ Tcl_Obj *newPlainValue(Value *value);
 // One more reference to the value.
 Tcl_Obj *newReference(Value *value);
 
+// The number of the object that was made last. While objects up to a number are hidden, no text names them; 0 hides
+// none.
+oaUInt8 lastObjectSerial();
+void hideObjectsUpTo(oaUInt8 serial);
+
 // Whether the Tcl value holds an object or a plain value, its text apart.
 bool isValue(const Tcl_Obj *text);
 

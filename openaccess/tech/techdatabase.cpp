@@ -136,7 +136,10 @@ void TechDatabase::addReservedPurposes() {
   }
 }
 
+std::uint64_t TechDatabase::changes_ = 0;
+
 void TechDatabase::contentsChanged() {
+  ++changes_;
   releaseReferences();
   areIndexesBuilt_ = false;
   layersByName_.clear();
@@ -324,6 +327,7 @@ Row TechDatabase::addViaDef(oaTypeEnum type, const std::string &name, oaLayerNum
 }
 
 void TechDatabase::rowIsGoing(Table &table, Row row) {
+  ++changes_;
   buildIndexes();
   if (&table == &layers) {
     const oaLayerNum number = layers.number[row];

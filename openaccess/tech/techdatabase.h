@@ -165,6 +165,14 @@ public:
   void renamePurpose(Row row, const std::string &name);
   void renumberPurpose(Row row, oaPurposeNum number);
 
+  // Hides Database::touch(): designs depend on technologies that are not theirs alone.
+  void touch() {
+    ++changes_;
+    Database::touch();
+  }
+  // Grows with every change of any open technology.
+  static std::uint64_t changes() { return changes_; }
+
   // The row of the units table for a view type, kNoRow when nothing was set.
   Row findUnits(Row viewType);
   Row getUnits(Row viewType);
@@ -185,6 +193,7 @@ private:
   void destroyUsersOfLayer(oaLayerNum number);
   void releaseReferences();
 
+  static std::uint64_t changes_;
   bool areIndexesBuilt_ = false;
   NameIndex layersByName_, purposesByName_, viaDefsByName_;
   std::unordered_map<oaLayerNum, Row> layersByNumber_;

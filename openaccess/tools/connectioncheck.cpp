@@ -163,8 +163,7 @@ private:
       const auto &key = name.bits[i % name.bits.size()];
       const bool isBit = member.repeat == 1 && table_.members[member.object].count == 0 &&
                          !isByPosition(member.object) && table_.inst[member.object] == instBit &&
-                         table_.termNameKind[member.object] == key.first &&
-                         check_.texts().number(table_.termName[member.object]) == key.second;
+                         table_.termNameKind[member.object] == key.first && isNamed(member.object, key.second);
       if (!isBit) {
         check_.report().damage(members_, span.begin + i, "members", [&] {
           return Fault{"names row " + std::to_string(member.object) + " of table " + table_.name(),
@@ -176,6 +175,12 @@ private:
         said_.emplace_back(member.object, netBits_[i]);
       }
     }
+  }
+
+  // As far as the name can be read.
+  bool isNamed(Row row, Row number) const {
+    const Row name = table_.termName[row];
+    return !check_.texts().isReadable(name) || check_.texts().number(name) == number;
   }
 
   // An implicit connection is a bit of another one, and on a net that such a one says.

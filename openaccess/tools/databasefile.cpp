@@ -40,21 +40,6 @@ std::string withoutFile(const oaException &exception, const std::string &path) {
   return text;
 }
 
-// A directory may list one table or column again and again, so that a small file describes billions of columns. What
-// the kit writes has some hundred.
-bool describesTooMuch(const MappedFile &mapping) {
-  constexpr flatbuffers::uoffset_t kMostEntries = 100000;
-  ColumnFileHeader header;
-  std::memcpy(&header, mapping.bytes(), sizeof header);
-  if (header.directoryOffset > mapping.size() || header.directoryBytes > mapping.size() - header.directoryOffset ||
-      header.directoryOffset % 8 != 0) {
-    return false; // ColumnFile says so
-  }
-  flatbuffers::Verifier verifier(mapping.bytes() + header.directoryOffset,
-                                 static_cast<std::size_t>(header.directoryBytes), 16, kMostEntries);
-  return !file::VerifyDirectoryBuffer(verifier);
-}
-
 template <typename Entry> std::string nameOf(const Entry &entry) {
   const std::string number = std::to_string(entry.id());
   if (entry.name() == nullptr || entry.name()->size() == 0) {
@@ -76,10 +61,6 @@ std::unique_ptr<DatabaseFile> DatabaseFile::open(const std::string &path, FileRe
     }
     if (mapping.size() < sizeof(ColumnFileHeader) || !isThisKit(mapping.bytes(), mapping.size())) {
       report.damage({"is not a database file of this kit", "64 bytes or more that begin with 8b 'OAKIT'"});
-      return nullptr;
-    }
-    if (describesTooMuch(mapping)) {
-      report.damage({"the directory is malformed, or describes more than 100000 tables and columns", {}});
       return nullptr;
     }
     return std::unique_ptr<DatabaseFile>(new DatabaseFile(path, std::move(mapping)));

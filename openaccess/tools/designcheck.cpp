@@ -1,5 +1,7 @@
 #include "designcheck.h"
 
+#include "paramcheck.h"
+
 #include "oa/oaDesignEnums.h"
 #include "shapecheck.h"
 
@@ -54,6 +56,7 @@ void checkDesign(const TableCheck &check, DesignDatabase &design, const FindMast
   check.guarded([&] { checkInsts(check, design, insts, findMaster); });
   check.guarded([&] { checkConnections(check, design, insts, nets); });
   check.guarded([&] { checkVias(check, design, nets); });
+  check.guarded([&] { checkSuperMaster(check, design); });
 }
 
 } // namespace check

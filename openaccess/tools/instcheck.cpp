@@ -2,6 +2,7 @@
 
 #include "oa/oaInst.h"
 #include "oa/oaOrient.h"
+#include "paramcheck.h"
 
 #include <tuple>
 
@@ -16,7 +17,8 @@ public:
   InstCheck(const TableCheck &check, const DesignDatabase &design, const FamilyCheck &family)
       : check_(check), design_(design), insts_(design.insts), headers_(design.instHeaders), family_(family),
         instsOfHeader_(std::min(headers_.rowCount(), headers_.kind.size())),
-        claimedArrays_(std::min(design.arrays.rowCount(), std::max(insts_.kind.size(), design.arrays.arrays.size()))) {}
+        claimedArrays_(std::min(design.arrays.rowCount(), std::max(insts_.kind.size(), design.arrays.arrays.size()))),
+        params_(check, design) {}
 
   void run(const FindMaster &findMaster) {
     TableCheck::forEachRow(insts_, [&](Row inst) { checkInst(inst); });
@@ -35,6 +37,9 @@ private:
       check_.report().damage(insts_, inst, "header", "is none", "the header of its master");
     } else if (header < instsOfHeader_.size()) {
       ++instsOfHeader_[header];
+      if (headers_.isAlive(header) && headers_.isSuper[header] != 0) {
+        check_.report().damage(insts_, inst, "header", "is a super header", "a sub header of it");
+      }
     }
     check_.checkEnum(insts_, inst, insts_.orient, oaOrientEnum());
     check_.checkEnum(insts_, inst, insts_.placementStatus, oaPlacementStatusEnum());
@@ -81,9 +86,39 @@ private:
     }
   }
 
-  void checkHeaders(const FindMaster &findMaster) const {
+  // A sub header counts as an instance of its super header.
+  void checkSuper(Row header) {
+    check_.checkBelow(headers_, header, headers_.isSuper, 2);
+    const Row super = headers_.super[header];
+    if (super == kNoRow) {
+      return;
+    }
+    params_.run(headers_, header, headers_.params);
+    if (super >= instsOfHeader_.size()) {
+      return;
+    }
+    ++instsOfHeader_[super];
+    const bool isFit = headers_.isAlive(super) && headers_.isSuper[super] != 0 && headers_.super[super] == kNoRow &&
+                       headers_.isSuper[header] == 0 && haveSameMaster(header, super);
+    if (!isFit) {
+      check_.report().damage(headers_, header, "super", [&] {
+        return Fault{"is row " + std::to_string(super), "a super header of the same master"};
+      });
+    }
+  }
+
+  bool haveSameMaster(Row a, Row b) const {
+    const Texts &texts = check_.texts();
+    return texts.number(headers_.lib[a]) == texts.number(headers_.lib[b]) &&
+           texts.number(headers_.cell[a]) == texts.number(headers_.cell[b]) &&
+           texts.number(headers_.view[a]) == texts.number(headers_.view[b]);
+  }
+
+  void checkHeaders(const FindMaster &findMaster) {
     check_.checkKinds(headers_, {oacInstHeaderType});
+    TableCheck::forEachRow(headers_, [&](Row header) { checkSuper(header); });
     std::vector<std::pair<std::tuple<Row, Row, Row>, Row>> masters;
+    std::vector<std::pair<std::pair<Row, Row>, Row>> variants;
     TableCheck::forEachRow(headers_, [&](Row header) {
       const std::uint32_t insts = headers_.insts[header];
       if (insts != instsOfHeader_[header] || instsOfHeader_[header] == 0) {
@@ -97,7 +132,9 @@ private:
       for (const Column<Row> *name : {&headers_.lib, &headers_.cell, &headers_.view}) {
         isNamed = check_.checkName(headers_, header, *name) && isNamed;
       }
-      if (isNamed) {
+      if (headers_.super[header] != kNoRow) {
+        variants.push_back({{headers_.super[header], check_.texts().number(headers_.params[header])}, header});
+      } else if (isNamed) {
         const Texts &texts = check_.texts();
         masters.push_back({{texts.number(headers_.lib[header]), texts.number(headers_.cell[header]),
                             texts.number(headers_.view[header])},
@@ -106,6 +143,7 @@ private:
       }
     });
     check_.checkUnique(headers_, "cell", masters, "master");
+    check_.checkUnique(headers_, "params", variants, "master and the parameters");
   }
 
   void lookFor(Row header, const FindMaster &findMaster) const {
@@ -131,6 +169,7 @@ private:
   std::vector<std::uint32_t> instsOfHeader_;
   ClaimedRows claimedArrays_;
   std::vector<Row> bits_;
+  ParamCheck params_;
 };
 
 } // namespace

@@ -57,6 +57,9 @@ public:
       }
     });
     check_.checkUnique(properties_, "name", names, "owner and the name");
+    for (const Row row : properties_.circles()) {
+      check_.report().damage(properties_, row, "ownerRow", "belongs to itself, directly or through others");
+    }
   }
 
 private:
@@ -76,10 +79,6 @@ private:
       check_.report().damage(properties_, row, "ownerTable", [&] {
         return Fault{"is " + std::to_string(tableId), "the number of a table of objects"};
       });
-    } else if (tableId == kPropertyTable && properties_.ownerRow[row] >= row) {
-      // Circles of properties would make every walk over them endless.
-      check_.report().damage(properties_, row, "ownerRow", "belongs to itself or to a later property",
-                             "a property made before");
     }
   }
 

@@ -17,6 +17,12 @@ std::uint32_t load32(const void *element, std::uint32_t offsetBytes) {
 // Rows whose elements are stored; the others have default values, which refer to nothing.
 Row storedRows(const Table &table, const ColumnBase &column) { return std::min(column.size(), table.rowCount()); }
 
+// The first row of the next segment, or the last row that can be.
+Row nextSegment(Row row) {
+  const Row next = ((row >> kSegmentShift) + 1) << kSegmentShift;
+  return next > row ? next : kNoRow;
+}
+
 bool mayBeDestroyed(const Table &table) { return table.life() == TableLife::kinds; }
 
 } // namespace
@@ -37,6 +43,7 @@ void TableCheck::run(oaTypeEnum databaseType) {
       }
     }
   }
+  tellLostTexts();
   guarded([&] { checkDatabaseRow(databaseType); });
   guarded([&] { checkProperties(*this); });
 }
@@ -64,11 +71,11 @@ void TableCheck::checkSpans(const Table &table, const ColumnBase &column, const 
   const Table &pool = *database_.table(reference.table);
   const Row elements = std::min(pool.rowCount(), pool.columns().front()->size());
   ClaimedRows &claimed = claimed_.emplace(reference.table, ClaimedRows(elements)).first->second;
-  // Elements that cannot be read cannot be used either.
-  pool.columns().front()->verify(0, elements);
   std::vector<bool> &isSound = soundSpans_[&column];
+  const std::vector<bool> areSpansReadable = soundSegments(column, static_cast<Row>(isSound.size()));
+  const std::vector<bool> areElementsReadable = soundSegments(*pool.columns().front(), elements);
   for (Row row = 0; row < isSound.size(); ++row) {
-    if (mayBeDestroyed(table) && !table.isAlive(row)) {
+    if (!areSpansReadable[row >> kSegmentShift] || (mayBeDestroyed(table) && !table.isAlive(row))) {
       continue;
     }
     const void *element = column.element(row);
@@ -83,10 +90,34 @@ void TableCheck::checkSpans(const Table &table, const ColumnBase &column, const 
                      isInside ? "elements of its own" : "elements below " + std::to_string(elements)};
       });
     }
+    // Elements that cannot be read cannot be used either.
+    for (Row at = begin; isSound[row] && count != 0 && at <= begin + (count - 1); at = nextSegment(at)) {
+      isSound[row] = areElementsReadable[at >> kSegmentShift];
+    }
   }
 }
 
-void TableCheck::checkReferences(const Table &table, const ColumnBase &column, const ColumnReference &reference) const {
+std::vector<bool> TableCheck::soundSegments(const ColumnBase &column, Row rows) {
+  std::vector<bool> areSound;
+  for (Row begin = 0; begin < rows; begin = nextSegment(begin)) {
+    areSound.push_back(true);
+    try {
+      column.verify(begin, begin + 1);
+    } catch (const oaException &) {
+      areSound.back() = false;
+    }
+  }
+  return areSound;
+}
+
+void TableCheck::tellLostTexts() const {
+  if (lostTexts_ != 0) {
+    report_.warning(std::to_string(lostTexts_) +
+                    " names and other texts are damaged as told, and what depends on them is not checked");
+  }
+}
+
+void TableCheck::checkReferences(const Table &table, const ColumnBase &column, const ColumnReference &reference) {
   const bool dependsOnRow = reference.table == kTableFromRow;
   std::uint16_t targetId = reference.table;
   const Table *target = dependsOnRow ? nullptr : database_.table(targetId);
@@ -101,7 +132,8 @@ void TableCheck::checkReferences(const Table &table, const ColumnBase &column, c
       targetId = reference.tableOf(table, row);
       target = database_.table(targetId);
     }
-    const bool isThere = isText ? texts_->isReadable(to) : target != nullptr && target->isAlive(to);
+    const bool isThere = isText ? texts_->exists(to) : target != nullptr && target->isAlive(to);
+    lostTexts_ += isText && isThere && !texts_->isReadable(to) ? 1 : 0;
     if (!isThere) {
       tellReference(table, column, row, targetId, to);
     }
@@ -171,7 +203,7 @@ void TableCheck::checkBelow(const Table &table, Row row, const Column<std::uint8
 bool TableCheck::checkName(const Table &table, Row row, const Column<Row> &column) const {
   const Row text = column[row];
   if (!texts_->isReadable(text)) {
-    return false; // told with the references
+    return false; // told with the references or with the texts
   }
   if (texts_->isEmpty(text)) {
     report_.damage(table, row, column.name(), "is empty", "a name");

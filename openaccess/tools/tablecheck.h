@@ -84,9 +84,12 @@ public:
   }
 
 private:
+  // For each segment of the first rows whether it can be read; those that cannot are told with the checksums.
+  static std::vector<bool> soundSegments(const ColumnBase &column, Row rows);
   void checkSpans(const Table &table);
   void checkSpans(const Table &table, const ColumnBase &column, const ColumnReference &reference);
-  void checkReferences(const Table &table, const ColumnBase &column, const ColumnReference &reference) const;
+  void checkReferences(const Table &table, const ColumnBase &column, const ColumnReference &reference);
+  void tellLostTexts() const;
   void tellReference(const Table &table, const ColumnBase &column, Row row, std::uint16_t targetId, Row target) const;
   void checkDatabaseRow(oaTypeEnum type) const;
 
@@ -95,6 +98,7 @@ private:
   std::unordered_map<std::uint16_t, ClaimedRows> claimed_; // of each pool
   std::unordered_map<const ColumnBase *, std::vector<bool>> soundSpans_;
   std::unique_ptr<Texts> texts_;
+  std::uint64_t lostTexts_ = 0; // references to texts that are there and cannot be read
 };
 
 // The properties of all objects of a database.

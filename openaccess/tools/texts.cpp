@@ -34,7 +34,10 @@ void Texts::build() const {
 }
 
 Row Texts::number(Row row) const {
-  if (!isReadable(row) || isEmpty(row)) {
+  if (!isReadable(row)) {
+    return row;
+  }
+  if (isEmpty(row)) {
     return kNoString;
   }
   build();

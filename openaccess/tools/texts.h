@@ -17,13 +17,15 @@ public:
   // `isSound` tells for each row of the table whether its bytes can be read.
   Texts(const StringTable &strings, std::vector<bool> isSound) : strings_(strings), isSound_(std::move(isSound)) {}
 
-  // There is such a text, or it is the empty one.
+  // There is such a row, or it is the empty text.
+  bool exists(Row row) const { return row == kNoString || row < isSound_.size(); }
+  // Its bytes can be read. What is wrong with other texts is told once, not for each reference to them.
   bool isReadable(Row row) const { return row == kNoString || (row < isSound_.size() && isSound_[row]); }
   bool isEmpty(Row row) const { return row == kNoString || strings_.spans[row].count == 0; }
   std::string_view view(Row row) const { return isReadable(row) ? strings_.view(row) : std::string_view(); }
-  // The first row with the same text, kNoString for the empty one. Only of readable texts.
+  // The first row with the same text, kNoString for the empty one. A text that cannot be read is like no other.
   Row number(Row row) const;
-  // kNoString when no row has it.
+  // kNoString when no readable row has it.
   Row find(std::string_view text) const;
 
 private:

@@ -1,6 +1,7 @@
 #include "designcheck.h"
 
 #include "oa/oaOrient.h"
+#include "paramcheck.h"
 
 namespace OpenAccess_4 {
 namespace kit {
@@ -14,7 +15,8 @@ public:
       : check_(check), design_(design), vias_(design.vias), headers_(design.viaHeaders), nets_(nets),
         users_(std::min(headers_.rowCount(), headers_.kind.size())),
         claimedParams_(
-            std::min(design.viaParams.rowCount(), std::max(headers_.kind.size(), design.viaParams.params.size()))) {}
+            std::min(design.viaParams.rowCount(), std::max(headers_.kind.size(), design.viaParams.params.size()))),
+        customParams_(check, design) {}
 
   void run() {
     check_.checkKinds(vias_, {oacStdViaType, oacCustomViaType});
@@ -45,11 +47,11 @@ private:
     } else if (header < users_.size()) {
       ++users_[header];
       const bool isSub = headers_.super[header] != kNoRow;
-      if (headers_.isAlive(header) &&
-          (isStandard(header) != (vias_.kind[via] == oacStdViaType) || isStandard(header) != isSub)) {
+      const bool placesVias = isStandard(header) ? isSub : headers_.isCustomSuper[header] == 0;
+      if (headers_.isAlive(header) && (isStandard(header) != (vias_.kind[via] == oacStdViaType) || !placesVias)) {
         check_.report().damage(vias_, via, "header", [&] {
           return Fault{"is row " + std::to_string(header) + ", which places no vias of this kind",
-                       "a sub header for a standard via, a header of its own for a custom one"};
+                       "a header of the via's kind that is no super header"};
         });
       }
     }
@@ -77,15 +79,19 @@ private:
     const Row super = headers_.super[header], params = headers_.params[header];
     if (super != kNoRow && super < users_.size()) {
       ++users_[super];
-      if (headers_.isAlive(super) && (!isStandard(header) || !isStandard(super) || headers_.super[super] != kNoRow)) {
+      const bool isSuper = isStandard(super) || headers_.isCustomSuper[super] != 0;
+      if (headers_.isAlive(super) &&
+          (isStandard(header) != isStandard(super) || !isSuper || headers_.super[super] != kNoRow)) {
         check_.report().damage(headers_, header, "super", [&] {
-          return Fault{"is row " + std::to_string(super), "a standard super header"};
+          return Fault{"is row " + std::to_string(super), "a super header of the same kind"};
         });
       }
     }
-    if ((params == kNoRow) != (super == kNoRow)) {
+    check_.checkBelow(headers_, header, headers_.isCustomSuper, isStandard(header) || super != kNoRow ? 1 : 2);
+    customParams_.run(headers_, header, headers_.customParams);
+    if ((params == kNoRow) != (super == kNoRow || !isStandard(header))) {
       check_.report().damage(headers_, header, "params", params == kNoRow ? "is none" : "is there",
-                             params == kNoRow ? "the parameters of a sub header" : "none but for sub headers");
+                             params == kNoRow ? "the parameters of a sub header" : "none but for standard sub headers");
     } else if (params < claimedParams_.rows()) {
       checkParams(header, params);
     }
@@ -129,6 +135,7 @@ private:
   const FamilyCheck &nets_;
   std::vector<std::uint32_t> users_; // vias of a header, sub headers of a super header
   ClaimedRows claimedParams_;
+  ParamCheck customParams_;
 };
 
 } // namespace

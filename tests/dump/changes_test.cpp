@@ -131,6 +131,7 @@ Changes netChanges() {
       {"signal type", [](C &c) { c.net->setSigType(oacClockSigType); }},
       {"net's priority", [](C &c) { c.net->setPriority(-4); }},
       {"preferred net", [](C &c) { c.twin->setPreferredEquivalent(); }},
+      {"no equivalence", [](C &c) { c.spare->breakEquivalence(); }},
       {"equivalent implicit bit", [](C &c) { c.bus->getBit(2)->makeEquivalent(c.net); }},
       {"bus's priority", [](C &c) { c.bus->setPriority(2); }},
       {"bundle is gone", [](C &c) { c.bundle->destroy(); }},

@@ -40,7 +40,7 @@ const char kDocumented[] = R"(
   Point Box Vector Transform concat invert orient offset merge contains NativeNS UnixNS CdbaNS VerilogNS SpiceNS LefNS DefNS
   ScalarName VectorName VectorBitName BundleName Name get getName getNext getCount isEmpty includes reset getArea transform
   PointArray ByteArray getSize getNumElements getElement Orient LibMode UInt4 help pushNameSpace popNameSpace getNameSpace
-  setLibDefListErrorLogging DesignInit TechInit DMInit BaseInit
+  setLibDefListErrorLogging setPcellErrorLogging PcellLinkGetPcellDef addData defineSuperMaster getSubMasters DesignInit TechInit DMInit BaseInit
 )";
 
 TEST_F(Commands, ExistAsDocumented) {

@@ -32,6 +32,8 @@ TEST_F(Errors, ArgumentsThatDoNotFit) {
       {"forms of this object only", "oa::getBBox $rect 1 2 3", "oa::getBBox fig", "TCL WRONGARGS"},
       {"no box", "oa::RectCreate $b 1 1 {{0 0} {1 x}}", "oa::RectCreate: bBox: expected Box but got \"{0 0} {1 x}\"",
        "OA VALUE"},
+      {"deeply nested list", "set s {1 2}; for {set i 0} {$i < 20000} {incr i} {set s \"1 {$s}\"}; oa::getArea $s",
+       "expected PointArray but got \"1 {1 {", "OA VALUE"},
       {"no list", "oa::RectCreate $b 1 1 \"\\{\"", "expected Box", "OA VALUE"},
       {"no number", "oa::RectCreate $b one 1 {{0 0} {1 1}}", "layerNum: expected unsigned integer", "OA VALUE"},
       {"negative unsigned", "oa::RectCreate $b -1 1 {{0 0} {1 1}}", "from 0 to 4294967295 but got \"-1\"", "OA VALUE"},
@@ -100,18 +102,6 @@ TEST_F(Errors, ForgedHandles) {
   // An address in the kit's memory where no object lives.
   const std::string beside = rect.substr(0, rect.size() - 2) + "f0";
   EXPECT_THAT(failure("oa::getBBox " + beside), testing::AnyOf(HasSubstr("destroyed"), HasSubstr("expected")));
-}
-
-TEST_F(Errors, LengthsNeedATechnology) {
-  eval("oa::LibCreate ${lib}bare $folder/bare");
-  eval("set bare [oa::DesignOpen ${lib}bare c layout [oa::ViewTypeGet maskLayout] w]; set block [oa::BlockCreate "
-       "$bare]");
-  EXPECT_THAT(failure("oa::RectCreate $block 1 1 {{0 0} {1 1}}"),
-              HasSubstr("bare/c/layout has no technology, so its user units are not known"));
-  EXPECT_EQ(errorCode(), "OA NOTECH");
-  eval("set text [oa::RectCreate $b 1 1 {{0 0} {1 1}}]");       // the other design is not concerned
-  EXPECT_EQ(eval("oa::getName [oa::NetCreate $block a]"), "a"); // nor are commands without lengths
-  eval("oa::purge $bare; oa::close [oa::LibFind ${lib}bare]");
 }
 
 TEST_F(Errors, LeaveTheDesignAsItWas) {

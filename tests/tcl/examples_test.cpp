@@ -66,6 +66,24 @@ TEST_F(TclExamples, SetTheHeightOfTexts) {
   EXPECT_EQ(run("set_text_height.tcl", {"small", "smalllib", "inv", "layout", "-1"}).exitCode, 1);
 }
 
+// As importers without a layer table make them.
+TEST_F(TclExamples, WorkOnLibrariesWithoutATechnology) {
+  eval("set lib [oa::LibCreate plain $folder/plain]; set d [oa::DesignOpen plain c schematic [oa::ViewTypeGet "
+       "schematic] w]");
+  eval("set b [oa::BlockCreate $d]; oa::LineCreate $b 228 1 {{0 0} {1 0.5}}\n"
+       "oa::TextCreate $b 230 1 t {0 0} lowerLeft R0 stick 1; oa::save $d; oa::purge $d");
+  const Ended listed = run("list_library.tcl", {"plain", "plain"});
+  EXPECT_THAT(listed.output, HasSubstr("/plain\n  no technology\n  cell c\n    schematic (schematic)\n"))
+      << listed.errors;
+  const Ended counted = run("count_shapes.tcl", {"plain", "plain", "c", "schematic"});
+  EXPECT_EQ(counted.output, "228            1  Line 1\n230            1  Text 1\ntotal 2\n") << counted.errors;
+  const Ended changed = run("set_text_height.tcl", {"plain", "plain", "c", "schematic", "0.125"});
+  EXPECT_EQ(changed.output, "changed 1 texts\n") << changed.errors;
+  eval("set d [oa::DesignOpen plain c schematic r]");
+  EXPECT_EQ(eval("oa::getHeight [lindex [members [oa::getShapes [oa::getTopBlock $d]]] 1]"), "0.125");
+  eval("oa::purge $d; oa::close $lib; unset lib");
+}
+
 TEST_F(TclExamples, SayHowTheyAreCalled) {
   for (const char *script : {"build_library.tcl", "list_library.tcl", "count_shapes.tcl", "set_text_height.tcl"}) {
     SCOPED_TRACE(script);

@@ -44,6 +44,28 @@ TEST_F(Values, LengthsAreUserUnits) {
   check(cases);
 }
 
+TEST_F(Values, DesignsWithoutTechnologyHaveTheUnitsOfTheirViewType) {
+  const struct {
+    const char *viewType, *box; // of 1600 by 4000 database units
+  } cases[] = {
+      {"maskLayout", "{0.0 0.0} {1.6 4.0}"},        {"schematic", "{0.0 0.0} {10.0 25.0}"},
+      {"schematicSymbol", "{0.0 0.0} {10.0 25.0}"}, {"netlist", "{0.0 0.0} {10.0 25.0}"},
+      {"oaHierDesign", "{0.0 0.0} {1.6 4.0}"},
+  };
+  eval("oa::LibCreate ${lib}bare $folder/bare");
+  for (const auto &c : cases) {
+    SCOPED_TRACE(c.viewType);
+    const std::string type = c.viewType;
+    eval("set d [oa::DesignOpen ${lib}bare c v" + type + " [oa::ViewTypeGet " + type + "] w]");
+    EXPECT_EQ(eval("set b [oa::BlockCreate $d]; oa::getBBox [oa::RectCreate $b 1 1 [oa::Box 0 0 1600 4000]]"), c.box);
+    EXPECT_EQ(eval("oa::RectCreate $b 1 1 [list " + std::string(c.box) +
+                   "]; lmap s [members [oa::getShapes $b]] {oa::getBBox $s}"),
+              "{" + std::string(c.box) + "} {" + c.box + "}");
+    eval("oa::purge $d");
+  }
+  eval("oa::close [oa::LibFind ${lib}bare]");
+}
+
 TEST_F(Values, PlainValuesAreObjectsToo) {
   const Case cases[] = {
       {"area of a result", "oa::getArea [oa::getPoints $polygon]", "6.0"},
@@ -127,7 +149,7 @@ TEST_F(Values, Parameters) {
       {"array", "set a [oa::ParamArray]; oa::append $a $p; oa::append $a {n int 3}; oa::getNumElements $a", "2"},
       {"find by name", "set q [oa::Param]; list [oa::find $a n $q] [oa::getIntVal $q] [oa::find $a no $q]", "1 3 0"},
       {"element", "oa::get $a 1", "n int 3"},
-      {"array from a list", "oa::getNumElements [oa::ParamArray {{a int 1} {b string x}}]", "2"},
+      {"array from a list", "oa::getNumElements [oa::ParamArray {{a int 1} {b stringParam x}}]", "2"},
   };
   check(cases);
 }

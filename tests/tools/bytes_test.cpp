@@ -46,6 +46,33 @@ TEST_F(Bytes, ADamagedSegmentIsNamedAndTheRestStillChecked) {
       << outcome.text();
 }
 
+// One wrong byte of the texts makes every name unreadable, but it is one damage. Other faults are still found.
+TEST_F(Bytes, ADamagedTextIsOneDamage) {
+  const kit::ColumnFile stored(file("full").string(), kit::MappedFile(file("full").string()));
+  const struct {
+    std::uint16_t table, column;
+    std::uint32_t elementBytes;
+    const char *damaged;
+  } cases[] = {{kit::kStringBytesTable, 1, 1, "table stringBytes, column bytes: the checksum"},
+               {kit::kStringTable, 1, 8, "table strings, column spans: the checksum"}};
+  for (const auto &c : cases) {
+    SCOPED_TRACE(c.damaged);
+    const kit::ColumnView view = stored.column(c.table, c.column, c.elementBytes);
+    const std::string elements(static_cast<const char *>(view.elements), std::size_t(view.rows) * c.elementBytes);
+    const std::size_t begin = good().find(elements);
+    ASSERT_NE(begin, std::string::npos);
+    for (std::size_t at = begin; at < begin + elements.size(); ++at) {
+      std::string bytes = good();
+      bytes[at] = static_cast<char>(bytes[at] ^ 4);
+      const Outcome outcome = checked(bytes);
+      ASSERT_EQ(outcome.damages, 1U) << outcome.text();
+      ASSERT_EQ(outcome.warnings, 1U) << outcome.text();
+      ASSERT_NE(outcome.text().find(c.damaged), std::string::npos) << outcome.text();
+      ASSERT_NE(outcome.text().find(" names and other texts are damaged as told"), std::string::npos);
+    }
+  }
+}
+
 TEST_F(Bytes, WrongLengthsAreDamage) {
   for (const std::size_t length : {std::size_t(1), std::size_t(7), std::size_t(8), std::size_t(63), std::size_t(64),
                                    good().size() / 2, good().size() - 1}) {

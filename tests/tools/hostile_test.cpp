@@ -18,7 +18,7 @@ protected:
   // Checks with a limit of time that no sound machine reaches.
   Outcome checkedInTime() const {
     const auto start = std::chrono::steady_clock::now();
-    const Outcome outcome = checkedFile(file("full"));
+    Outcome outcome = checkedFile(file("full"));
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
     return outcome;
   }
@@ -85,7 +85,7 @@ TEST_F(Hostile, AMillionRowsShareALongText) {
 
 TEST_F(Hostile, TablesThatClaimBillionsOfRows) {
   writeClaiming(4294967294u, "");
-  EXPECT_GT(checkedInTime().damages, 20U);
+  EXPECT_EQ(checkedInTime().damages, 1U);
 }
 
 TEST_F(Hostile, ColumnsOnTopOfEachOther) {

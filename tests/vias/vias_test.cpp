@@ -120,6 +120,23 @@ TEST_F(ViasOfBlock, BoxesFollowPlaceAndDefinition) {
   EXPECT_EQ(idRaisedBy([&] { via->getHeader(); }), oacDeletedDatabase);
 }
 
+TEST_F(ViasOfBlock, BoxesAtAnyHeightFollowTheDefinition) {
+  oaStdViaDef *def = stdDef("v");
+  oaStdVia::create(block_, def, oaTransform());
+  design_->save();
+  oaDesign *middle = open("middle", 'w'), *top = open("top", 'w');
+  TemporaryLibrary::place(oaBlock::create(middle), "cell", "I", oaTransform())->getMaster();
+  middle->save();
+  TemporaryLibrary::place(oaBlock::create(top), "middle", "I", oaTransform())->getMaster();
+  EXPECT_EQ(boxOf(top->getTopBlock()), "-80 -60 80 60");
+  oaViaParam larger = oneCut();
+  larger.setLayer1Enc(oaVector(1000, 0));
+  def->setParams(larger);
+  EXPECT_EQ(boxOf(top->getTopBlock()), "-1050 -45 1050 45");
+  top->purge();
+  middle->purge();
+}
+
 TEST_F(ViasOfBlock, CopiesKeepParametersAndPurpose) {
   const oaViaParam two = columns(2);
   oaStdVia *via = place(stdDef("v"), 10, 20, &two);

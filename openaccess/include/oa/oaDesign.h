@@ -14,8 +14,7 @@ class oaPcellDef;
 //   'r'       contents of the file; may be changed in memory, but save() refuses;
 //   'a', 'A'  contents of the file, for editing;
 //   'w'       empty, whatever the file holds; the file changes only at save(), after which the mode is 'a';
-//   's'       masters that live in memory only.
-// This release evaluates no parametric cells: no design is a super master or a sub master.
+//   's'       masters that live in memory only: of standard vias, and sub masters of parametric cells (see oaPcell.h).
 class oaDesign : public oaDesignObject {
 public:
   // Opens an existing design, or makes a new one (modes 'w', 'a', 'A'): its cell and view directories and an empty
@@ -29,7 +28,12 @@ public:
   // Opens an existing design of any view type.
   static oaDesign *open(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName,
                         oaChar mode);
-  // An ordinary design opens as in mode 'r' when there are no parameters; otherwise raises oacInvalidSuperMaster.
+  // The sub master of a parametric cell for these parameters, evaluated when no equal set of them is open: parameters
+  // that are not given follow the super master's defaults, of those given twice the last one counts. The super master
+  // is opened 'r' when it is not open, and stays open as long as the sub master. Raises oacNotExistInDefaultParam for
+  // an unknown parameter, oacInvalidDataTypeForParam for one of another type than the default. An evaluator that is
+  // missing or fails gives a design without a block. An ordinary design opens as in mode 'r' when there are no
+  // parameters; otherwise raises oacInvalidSuperMaster.
   static oaDesign *open(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName,
                         const oaParamArray &params);
   // The master of a standard via: a layout in mode 's' that holds only rectangles, named by the library of the
@@ -92,7 +96,9 @@ public:
   oaBoolean isSuperMaster() const;
   oaBoolean isSubMaster() const;
   oaBoolean isStdViaMaster() const;
-  // Raises oacInvalidPcellMaster for a design that is not parametric.
+  // All parameters in the super master's order: of a super master the defaults, of a sub master the values it was made
+  // with. Without defaults only those that were given: none of a super master. Raises oacInvalidPcellMaster for a
+  // design that is not parametric.
   void getParams(oaParamArray &params) const;
   void getParams(oaParamArray &params, oaBoolean includeDefaults) const;
   // Raises oacInvalidStdViaMaster unless this is the master of a standard via.
@@ -100,10 +106,22 @@ public:
   oaBoolean findParam(const oaString &name, oaParam &param) const;
   // Raises oacInvalidSubMaster.
   oaDesign *getSuperMaster() const;
-  // Raises oacInvalidSuperMaster.
+  // Known also when the evaluator is missing. Raises oacInvalidSuperMaster.
   void getPcellEvaluatorName(oaString &name) const;
-  // NULL when there is none.
+  // Of a super master or its sub masters. NULL when the design is not parametric or the evaluator is missing.
   oaPcellDef *getPcellDef() const;
+  // Makes the design a super master, or gives one other parameters and another definition. The contents stay; open sub
+  // masters are evaluated again, or purged when their parameters do not fit any more. The design takes the definition
+  // over. Raises oacCannotModifyReadModeDesign, oacPcellInvalidPcellDef (NULL, or already another design's),
+  // oacInvalidSuperMaster for designs in mode 's'; parameters of which two have one name raise
+  // oacInvalidDataTypeForParam.
+  void defineSuperMaster(oaPcellDef *def, const oaParamArray &pa);
+  // Evaluates the open sub masters again. Raises oacCannotModifyReadModeDesign, oacInvalidSuperMaster.
+  void evalSuperMaster();
+  // Makes it an ordinary design, whose properties keep the parameters; the sub masters are purged. Raises as above.
+  void undefineSuperMaster();
+  // The open sub masters, in the order in which they were made. Raises oacInvalidSuperMaster.
+  oaCollection<oaDesign, oaDesign> getSubMasters() const;
 
   // Hierarchy.
 

@@ -23,6 +23,7 @@
 #include "oa/oaLPPHeader.h"
 #include "oa/oaPath.h"
 #include "oa/oaPathSeg.h"
+#include "oa/oaPcell.h"
 #include "oa/oaPolygon.h"
 #include "oa/oaRect.h"
 #include "oa/oaSegStyle.h"

@@ -26,6 +26,12 @@ private:
   oaBoolean isEnabled_;
 };
 
+// What observers of other events than those of one class of objects have in common.
+class oaBaseObserver : public oaStdObserver {
+protected:
+  using oaStdObserver::oaStdObserver;
+};
+
 // Observer of the objects of class T. Specialised for each class that can be observed.
 template <class T> class oaObserver;
 
