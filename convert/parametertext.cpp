@@ -2,43 +2,20 @@
 
 #include <cstdio>
 
+#include "parametertext.h"
 #include "qttoolkit.h"
 
 using namespace oa;
 
 namespace {
 
-QString nameOf(const oaParam &param) {
-  oaString name;
-  param.getName(name);
-  return oaConvert::toString(name);
-}
+const char kUnsupported[] = "unsupported";
 
 QString toNumberText(double value) { return QString::number(value, 'g', 6); }
 
-QString toParameterLine(const char *tag, const QString &name, const QString &value) {
-  return QLatin1Char('<') + QLatin1String(tag) + QLatin1Char(' ') + name + QLatin1Char(' ') + value +
-         QLatin1String(" >\n");
-}
-
-QString toParameterLine(const oaParam &param) {
-  const QString name = oaConvert::putString(nameOf(param));
-  switch (static_cast<oaParamTypeEnum>(param.getType())) {
-  case oacIntParamType:
-    return toParameterLine("int", name, QString::number(param.getIntVal()));
-  case oacBooleanParamType:
-    return toParameterLine("list", name, QLatin1String(param.getBooleanVal() ? "true false" : "false true"));
-  case oacFloatParamType:
-    return toParameterLine("double", name, toNumberText(static_cast<double>(param.getFloatVal())));
-  case oacStringParamType:
-    return toParameterLine("string", name, oaConvert::putString(toolkit::fromEightBit(param.getStringVal())));
-  case oacDoubleParamType:
-    return toParameterLine("double", name, toNumberText(param.getDoubleVal()));
-  case oacAppParamType:
-  case oacTimeParamType:
-    break;
-  }
-  return QString();
+// A value that is text has blanks and more in it, the choices of a list are two tokens.
+QString toToken(const oaParam &param, const QString &value) {
+  return param.getType() == oacStringParamType ? oaConvert::putString(value) : value;
 }
 
 // The host's text becomes a value of the parameter's own type; a bad number becomes 0.
@@ -91,6 +68,33 @@ void printValue(const oaParam &param) {
 
 } // namespace
 
+bool ParameterText::isSupported() const { return type != kUnsupported; }
+
+ParameterText toParameterText(const oaParam &param) {
+  switch (static_cast<oaParamTypeEnum>(param.getType())) {
+  case oacIntParamType:
+    return {"int", QString::number(param.getIntVal())};
+  case oacFloatParamType:
+    return {"double", toNumberText(static_cast<double>(param.getFloatVal()))};
+  case oacDoubleParamType:
+    return {"double", toNumberText(param.getDoubleVal())};
+  case oacBooleanParamType:
+    return {"list", QLatin1String(param.getBooleanVal() ? "true false" : "false true")};
+  case oacStringParamType:
+    return {"string", toolkit::fromEightBit(param.getStringVal())};
+  case oacAppParamType:
+  case oacTimeParamType:
+    break;
+  }
+  return {kUnsupported, QLatin1String("")};
+}
+
+QString toParameterName(const oaParam &param) {
+  oaString name;
+  param.getName(name);
+  return oaConvert::toString(name);
+}
+
 QString oaConvert::putString(QString text) {
   text.replace(QLatin1Char(' '), QLatin1String("&sp;"));
   text.replace(QLatin1Char('<'), QLatin1String("&lt;"));
@@ -109,7 +113,12 @@ QString oaConvert::toParameterString(oaDesign *design) {
   oaParamArray params;
   design->getParams(params);
   for (oaUInt4 i = params.getNumElements(); i > 0; --i) {
-    text += toParameterLine(params[i - 1]);
+    const oaParam &param = params[i - 1];
+    const ParameterText parameter = toParameterText(param);
+    if (parameter.isSupported()) {
+      text += QLatin1Char('<') + QLatin1String(parameter.type) + QLatin1Char(' ') + putString(toParameterName(param)) +
+              QLatin1Char(' ') + toToken(param, parameter.value) + QLatin1String(" >\n");
+    }
   }
   return text;
 }
@@ -119,7 +128,7 @@ oaParamArray oaConvert::mergeParameter(const oaParamArray &params, const QString
   oaParamArray merged;
   for (oaUInt4 i = 0; i < params.getNumElements(); ++i) {
     oaParam param(params[i]);
-    const QString name = nameOf(param);
+    const QString name = toParameterName(param);
     bool isNamed = false;
     for (int entry = 0; entry < names.size(); ++entry) {
       if (names.at(entry) == name) {

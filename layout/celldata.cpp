@@ -1,6 +1,7 @@
 // What identifies a cell to the host: library, cell and view name, then the parameters of a parametric cell.
 
 #include "oapluginmain.h"
+#include "parametertext.h"
 
 using namespace oa;
 
@@ -29,12 +30,6 @@ oaParamArray paramsOf(const oaDesign *design) {
   return params;
 }
 
-QString nameOf(const oaParam &param) {
-  oaString name;
-  param.getName(name);
-  return oaConvert::toString(name);
-}
-
 QString stringValueOf(const oaParam &param) {
   oaString value;
   param.getStringVal(value);
@@ -54,7 +49,7 @@ QList<propertyItem2> oaConvert::toCellData(oaDesign *design, const QStringList &
   const oaParamArray params = paramsOf(design);
   for (oaUInt4 i = 0; i < params.getNumElements(); ++i) {
     const oaParam &param = params[i];
-    propertyItem2 item(nameOf(param));
+    propertyItem2 item(toParameterName(param));
     switch (oaParamTypeEnum(param.getType())) {
     case oacIntParamType:
       item.setValue(int(param.getIntVal()));
@@ -90,7 +85,7 @@ void oaPlugInMain::sendCellData(oaDesign *design) {
   const oaParamArray params = paramsOf(design);
   for (oaUInt4 i = 0; i < params.getNumElements(); ++i) {
     const oaParam &param = params[i];
-    const QString name = nameOf(param);
+    const QString name = toParameterName(param);
     switch (oaParamTypeEnum(param.getType())) {
     case oacIntParamType:
       emit addCellDataInt(name, int(param.getIntVal()));

@@ -1,7 +1,7 @@
 // The operations that write references to other cells.
 
 #include "currentlayout.h"
-#include "designholder.h"
+#include "givenparameters.h"
 #include "oapluginmain.h"
 #include "saveguard.h"
 #include "viawriter.h"
@@ -35,37 +35,15 @@ oaTransform transformOf(oaPlugInMain &host, const Reference &reference) {
   return oaTransform(oaConvert::toOaPoint(reference.origin), orient);
 }
 
-// The defaults of a parametric master with the host's values in them. False when the master is not parametric or cannot
-// be read: the kit would refuse parameters then, and the host is told that they are left out.
 bool paramsOf(oaPlugInMain &host, const Reference &reference, oaParamArray &params) {
-  if (reference.parameterNames.isEmpty()) {
-    return false;
-  }
-  QString cause;
-  try {
-    const DesignHolder master(oaDesign::open(oaConvert::toOaScalarName(reference.lib),
-                                             oaConvert::toOaScalarName(reference.cell),
-                                             oaConvert::toOaScalarName(reference.view), 'r'));
-    if (master.get()->isSuperMaster()) {
-      oaParamArray defaults;
-      master.get()->getParams(defaults);
-      params = oaConvert::mergeParameter(defaults, reference.parameterNames.mid(0, reference.parameterValues.size()),
-                                         reference.parameterValues);
-      return true;
-    }
-    cause = oaPlugInMain::tr("the cell is not parametric");
-  } catch (const oaException &exception) {
-    cause = oaConvert::toString(exception.getMsg());
-  }
-  emit host.reportError(oaPlugInMain::tr("parameters of a cell reference are left out"), 2,
-                        reference.path() + QLatin1String(": ") + cause);
-  return false;
+  return givenParameters(host, reference.lib, reference.cell, reference.view,
+                         {reference.parameterNames, reference.parameterValues}, DefaultValues::kFollowMaster, params);
 }
 
 oaInst *placeScalar(oaPlugInMain &host, const Reference &reference) {
-  oaParamArray merged;
+  oaParamArray given;
   const oaTransform xform = transformOf(host, reference);
-  const oaParamArray *params = paramsOf(host, reference, merged) ? &merged : nullptr;
+  const oaParamArray *params = paramsOf(host, reference, given) ? &given : nullptr;
   const oaScalarName lib = oaConvert::toOaScalarName(reference.lib);
   const oaScalarName cell = oaConvert::toOaScalarName(reference.cell);
   const oaScalarName view = oaConvert::toOaScalarName(reference.view);
@@ -81,9 +59,9 @@ struct ArrayStep {
 };
 
 void placeArray(oaPlugInMain &host, const Reference &reference, const ArrayStep &step) {
-  oaParamArray merged;
+  oaParamArray given;
   const oaTransform xform = transformOf(host, reference);
-  const oaParamArray *params = paramsOf(host, reference, merged) ? &merged : nullptr;
+  const oaParamArray *params = paramsOf(host, reference, given) ? &given : nullptr;
   const oaScalarName lib = oaConvert::toOaScalarName(reference.lib);
   const oaScalarName cell = oaConvert::toOaScalarName(reference.cell);
   const oaScalarName view = oaConvert::toOaScalarName(reference.view);
@@ -133,25 +111,26 @@ void connectTerminals(oaPlugInMain &host, const Reference &reference, oaInst *in
 // when the definition is missing, which the host was told.
 oaVia *placeVia(oaPlugInMain &host, const Reference &reference, const oaTransform &xform) {
   if (!viawriter::isCustomVia(reference.parameterNames, reference.parameterValues)) {
-    return viawriter::createStdVia(host, reference.parameterNames, reference.parameterValues, xform);
+    return viawriter::createStdVia(host, reference.lib, reference.parameterNames, reference.parameterValues, xform);
   }
   oaCustomViaDef *viaDef = viawriter::findCustomViaDef(host, reference.parameterNames, reference.parameterValues);
   if (!viaDef) {
     return nullptr;
   }
-  Reference master = reference;
   oaString lib;
   oaString cell;
   oaString view;
   viaDef->getLibName(oaConvert::ns, lib);
   viaDef->getCellName(oaConvert::ns, cell);
   viaDef->getViewName(oaConvert::ns, view);
-  master.lib = oaConvert::toString(lib);
-  master.cell = oaConvert::toString(cell);
-  master.view = oaConvert::toString(view);
-  viawriter::takeMasterParameters(master.parameterNames, master.parameterValues);
-  oaParamArray merged;
-  const oaParamArray *params = paramsOf(host, master, merged) ? &merged : nullptr;
+  HostParameters parameters = {reference.parameterNames, reference.parameterValues};
+  viawriter::takeMasterParameters(parameters.names, parameters.values);
+  oaParamArray given;
+  // The list names what was given to the via, and that alone.
+  const oaParamArray *params = givenParameters(host, oaConvert::toString(lib), oaConvert::toString(cell),
+                                               oaConvert::toString(view), parameters, DefaultValues::kAreGiven, given)
+                                   ? &given
+                                   : nullptr;
   return oaCustomVia::create(host.currentBlock, viaDef, xform, params);
 }
 

@@ -93,6 +93,7 @@ void oaPlugInMain::openLayout(QString lib, QString cell, QString view, QString l
       [&] {
         oaConvert::init();
         const LayoutName name(lib, cell, view);
+        EvaluationFaults faults;
         DesignHolder stored(name.open(libPath));
         DesignHolder evaluated;
         oaDesign *design = stored.get();
@@ -113,7 +114,7 @@ void oaPlugInMain::openLayout(QString lib, QString cell, QString view, QString l
           const double dbuPerUserUnit = block->getDBUPerUU();
           emit setUnits(1.0 / dbuPerUserUnit, metresPerUserUnit(block->getUserUnits()) / dbuPerUserUnit);
         }
-        emit setCurrentCell(LayoutWalk(*this, lib).send(design, QStringList()));
+        emit setCurrentCell(LayoutWalk(*this, lib, faults).send(design, QStringList()));
       },
       [this](const QString &cause) { emit reportError(tr("Aborted."), 1, cause); });
 }
@@ -125,6 +126,7 @@ QString oaPlugInMain::openLayout(QString lib, QString cell, QString view, QStrin
       [&] {
         oaConvert::init();
         const LayoutName name(lib, cell, view);
+        EvaluationFaults faults;
         DesignHolder stored(name.open(libPath));
         DesignHolder evaluated;
         oaDesign *design = stored.get();
@@ -135,7 +137,7 @@ QString oaPlugInMain::openLayout(QString lib, QString cell, QString view, QStrin
           design = name.evaluate(stored, mergeParameter(defaults, names.mid(0, values.size()), values));
           evaluated.reset(design);
         }
-        LayoutWalk walk(*this, lib);
+        LayoutWalk walk(*this, lib, faults);
         const QString sentName = walk.cellNameOf(design, QStringList());
         emit existCell(sentName);
         if (!cellExistsReply) {
@@ -150,5 +152,6 @@ QString oaPlugInMain::openLayout(QString lib, QString cell, QString view, QStrin
 QString oaPlugInMain::openLayout(oaDesign *design, QStringList cellData) {
   oaString lib;
   design->getLibName(ns, lib);
-  return LayoutWalk(*this, toString(lib)).send(design, cellData);
+  EvaluationFaults faults;
+  return LayoutWalk(*this, toString(lib), faults).send(design, cellData);
 }

@@ -4,12 +4,25 @@
 
 using namespace oa;
 
+namespace {
+
+// Most faults name the design themselves.
+QString withFault(const QString &path, const QString &fault) {
+  if (fault.isEmpty()) {
+    return path;
+  }
+  return fault.contains(path) ? fault : path + QLatin1String(": ") + fault;
+}
+
+} // namespace
+
 LayoutWalk::Cell::Cell(oaDesign *cellDesign, Master *cellMaster, oaBlock *block)
     : design(cellDesign), master(cellMaster), insts(block->getInsts()), vias(block->getVias()) {}
 
-LayoutWalk::LayoutWalk(oaPlugInMain &host, const QString &currentLib)
+LayoutWalk::LayoutWalk(oaPlugInMain &host, const QString &currentLib, const EvaluationFaults &faults)
     : host_(host), existCell_(host, "existCell(QString)"),
-      addCellRef_(host, "addCellRef(QString,QPoint,QString,QString)"), masters_(currentLib), shapes_(host) {}
+      addCellRef_(host, "addCellRef(QString,QPoint,QString,QString)"), faults_(faults), masters_(currentLib),
+      shapes_(host) {}
 
 QString LayoutWalk::cellNameOf(oaDesign *design, const QStringList &cellData) const {
   return masters_.cellNameOf(design, cellData);
@@ -41,6 +54,7 @@ void LayoutWalk::begin(oaDesign *design, Master *master, const QString &cellName
     emit host_.endCell();
     return;
   }
+  reportIncompleteContent(design);
   shapes_.sendShapes(block);
   shapes_.sendPinLabels(block);
   cells_.emplace_back(new Cell(design, master, block));
@@ -198,10 +212,12 @@ void LayoutWalk::report(const Master &master) {
   emit host_.reportError(message, 1, master.detail);
 }
 
-// A parametric cell that could not be evaluated has no block; its evaluator is what the user is missing.
+// A parametric cell that could not be evaluated has no block; its evaluator is what the user is missing, unless it says
+// itself what went wrong.
 void LayoutWalk::reportMissingContent(oaDesign *design) {
   const QString path = MasterTable::pathOf(design);
-  emit host_.reportError(oaPlugInMain::tr("no layout data or parametic cell can not be created"), 1, path);
+  emit host_.reportError(oaPlugInMain::tr("no layout data or parametic cell can not be created"), 1,
+                         withFault(path, faults_.ofCell(design)));
   oaDesign *super = design->isSubMaster() ? design->getSuperMaster() : design;
   if (!super || !super->isSuperMaster()) {
     return;
@@ -216,6 +232,15 @@ void LayoutWalk::reportMissingContent(oaDesign *design) {
       oaPlugInMain::tr("require OpenAccess-parametric-cell-plugin '%1' may not be available, please install it.")
           .arg(shown),
       1, path);
+}
+
+// What an evaluator drew before it failed is shown, but not passed off as the whole.
+void LayoutWalk::reportIncompleteContent(oaDesign *design) {
+  const QString fault = faults_.ofEvaluation(design);
+  if (!fault.isEmpty()) {
+    emit host_.reportError(oaPlugInMain::tr("the parametric cell is incomplete, its evaluation failed"), 1,
+                           withFault(MasterTable::pathOf(design), fault));
+  }
 }
 
 void LayoutWalk::printConnectivity(oaDesign *design) {

@@ -10,6 +10,7 @@
 
 #include "buffers.h"
 #include "directsignal.h"
+#include "evaluationfaults.h"
 #include "headermap.h"
 #include "mastertable.h"
 #include "oapluginmain.h"
@@ -23,8 +24,9 @@
 // further instance costs its two signals and no look-up by name.
 class LayoutWalk {
 public:
-  // `currentLib` is the library that is being read: the host's names of its cells are the bare ones.
-  LayoutWalk(oaPlugInMain &host, const QString &currentLib);
+  // `currentLib` is the library that is being read: the host's names of its cells are the bare ones. `faults`
+  // is what went wrong in evaluators since before the design to send was opened; it is told with the cells.
+  LayoutWalk(oaPlugInMain &host, const QString &currentLib, const EvaluationFaults &faults);
 
   // The host's name of a design in this walk.
   QString cellNameOf(oa::oaDesign *design, const QStringList &cellData) const;
@@ -61,10 +63,12 @@ private:
   template <typename Find> const Placed &placedOf(Cell &cell, const oa::oaObject *header, Find find);
   void report(const Master &master);
   void reportMissingContent(oa::oaDesign *design);
+  void reportIncompleteContent(oa::oaDesign *design);
 
   oaPlugInMain &host_;
   const DirectSignal<QString> existCell_;
   const DirectSignal<QString, QPoint, QString, QString> addCellRef_;
+  const EvaluationFaults &faults_;
   MasterTable masters_;
   ShapeSender shapes_;
   TextBuffer name_;

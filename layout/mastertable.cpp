@@ -93,6 +93,9 @@ MasterTable::~MasterTable() {
   for (auto &entry : masters_) {
     DesignHolder closed(entry.second.design);
   }
+  for (auto &entry : superMasters_) {
+    DesignHolder closed(entry.second);
+  }
   for (oaTech *tech : techs_) {
     try {
       tech->close();
@@ -128,7 +131,19 @@ Master *MasterTable::find(oaInst *inst) {
 }
 
 // A parametric master is evaluated with the parameters; any other is opened plainly, because the kit refuses parameters
-// there.
+// there. What is once known to be parametric stays open, which spares its variants the look at the disk.
+oaDesign *MasterTable::openVariant(const CellPath &path, const oaParamArray &params) {
+  const std::string key = path.key();
+  if (superMasters_.count(key) == 0) {
+    DesignHolder stored(oaDesign::open(path.lib, path.cell, path.view, 'r'));
+    if (!stored.get() || !stored.get()->isSuperMaster()) {
+      return stored.release();
+    }
+    superMasters_.emplace(key, stored.release());
+  }
+  return oaDesign::open(path.lib, path.cell, path.view, params);
+}
+
 void MasterTable::open(Master &master, const CellPath &path, const oaParamArray &params, Master::Fault failure) {
   if (!oaLib::find(path.lib)) {
     master.fault = failure == Master::kNoCell ? Master::kNoLibrary : failure;
@@ -136,14 +151,7 @@ void MasterTable::open(Master &master, const CellPath &path, const oaParamArray 
     return;
   }
   try {
-    DesignHolder stored(oaDesign::open(path.lib, path.cell, path.view, 'r'));
-    oaDesign *design = stored.get();
-    if (design && design->isSuperMaster()) {
-      design = oaDesign::open(path.lib, path.cell, path.view, params);
-    } else {
-      stored.release();
-    }
-    if (design) {
+    if (oaDesign *design = openVariant(path, params)) {
       opened(master, design);
       return;
     }

@@ -65,6 +65,7 @@ private:
 
   struct CellPath;
 
+  oa::oaDesign *openVariant(const CellPath &path, const oa::oaParamArray &params);
   void open(Master &master, const CellPath &path, const oa::oaParamArray &params, Master::Fault failure);
   void openStdVia(Master &master, oa::oaViaDef *viaDef, oa::oaViaParam &params);
   void opened(Master &master, oa::oaDesign *design);
@@ -75,6 +76,8 @@ private:
 
   QString currentLib_;
   std::unordered_map<std::string, Master> masters_;
+  // Parametric cells behind the masters, by library, cell and view.
+  std::unordered_map<std::string, oa::oaDesign *> superMasters_;
   std::vector<oa::oaTech *> techs_;
   size_t openCount_ = 0;
 };

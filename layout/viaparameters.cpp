@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "oaconvert.h"
+#include "parametertext.h"
 
 using namespace oa;
 
@@ -134,11 +135,9 @@ QStringList toCustomViaParameterList(const oaParamArray &params, const QString &
   addPair(list, viakey::kType, QLatin1String(viakey::kCustomVia));
   addPair(list, viakey::kViaDefName, viaDefName);
   for (oaUInt4 i = 0; i < params.getNumElements(); ++i) {
-    oaString name;
-    params[i].getName(name);
     QString value;
     if (valueText(params[i], value)) {
-      list << oaConvert::toString(name) << value;
+      list << toParameterName(params[i]) << value;
     }
   }
   if (viaDef) {

@@ -20,16 +20,78 @@ oaViaDef *findViaDef(oaPlugInMain &host, const QString &name) {
   return tech ? oaViaDef::find(tech, oaConvert::toOaString(name)) : nullptr;
 }
 
-oaPhysicalLayer *layerOf(oaTech *tech, const QString &number) {
-  if (oaPhysicalLayer *layer = oaPhysicalLayer::find(tech, number.toUInt())) {
+// The technology of the library from which the host has a via; open for reading while the object lives.
+class OriginalTech {
+public:
+  explicit OriginalTech(const QString &libName) {
+    try {
+      oaLib *lib = libName.isEmpty() ? nullptr : oaLib::find(oaConvert::toOaScalarName(libName));
+      if (lib && oaTech::exists(lib)) {
+        tech_ = oaTech::open(lib, 'r');
+      }
+    } catch (const oaException &) { // NOLINT(bugprone-empty-catch): a via can do without
+    }
+  }
+  ~OriginalTech() {
+    if (tech_ && tech_->isValid()) {
+      tech_->close();
+    }
+  }
+  OriginalTech(const OriginalTech &) = delete;
+  OriginalTech &operator=(const OriginalTech &) = delete;
+
+  // Null unless there is a standard definition of that name between these layers.
+  const oaStdViaDef *find(const QString &name, oaLayerNum layer1, oaLayerNum layer2) const {
+    const oaViaDef *viaDef = tech_ ? oaViaDef::find(tech_, oaConvert::toOaString(name)) : nullptr;
+    const bool isThis = viaDef && viaDef->getType() == oacStdViaDefType && viaDef->getLayer1Num() == layer1 &&
+                        viaDef->getLayer2Num() == layer2;
+    return isThis ? static_cast<const oaStdViaDef *>(viaDef) : nullptr;
+  }
+
+private:
+  oaTech *tech_ = nullptr;
+};
+
+// A layer of the technology by number. One that is missing is created like `original`, if there is one and its name is
+// free.
+oaPhysicalLayer *layerOf(oaTech *tech, oaLayerNum number, const oaPhysicalLayer *original) {
+  if (oaPhysicalLayer *layer = oaPhysicalLayer::find(tech, number)) {
     return layer;
   }
-  return oaPhysicalLayer::create(tech, oaConvert::toOaString(number), number.toUInt());
+  oaString name = oaConvert::toOaString(QString::number(number));
+  oaMaterial material = oacOtherMaterial;
+  if (original) {
+    oaString originalName;
+    original->getName(originalName);
+    material = original->getMaterial();
+    if (!oaLayer::find(tech, originalName)) {
+      name = originalName;
+    }
+  }
+  return oaPhysicalLayer::create(tech, name, number, material);
 }
 
-// Saved and closed with the design.
-oaStdViaDef *createStdViaDef(oaPlugInMain &host, const QString &name, const QStringList &names,
-                             const QStringList &values) {
+// A copy in another technology.
+oaStdViaDef *copyStdViaDef(oaTech *tech, const oaStdViaDef *original) {
+  oaString name;
+  original->getName(name);
+  oaViaParam params;
+  original->getParams(params);
+  oaPhysicalLayer *layer1 = layerOf(tech, original->getLayer1Num(), original->getLayer1());
+  oaPhysicalLayer *layer2 = layerOf(tech, original->getLayer2Num(), original->getLayer2());
+  oaPhysicalLayer *implant1 =
+      original->hasImplant1() ? layerOf(tech, original->getImplant1Num(), original->getImplant1()) : nullptr;
+  oaPhysicalLayer *implant2 =
+      original->hasImplant2() ? layerOf(tech, original->getImplant2Num(), original->getImplant2()) : nullptr;
+  oaStdViaDef *copy = oaStdViaDef::create(tech, name, layer1, layer2, params, implant1, implant2);
+  copy->setResistancePerCut(original->getResistancePerCut());
+  return copy;
+}
+
+// Saved and closed with the design. The list of a via tells its own values only, and no implants, so the definition
+// that it was read by is copied where it can be had.
+oaStdViaDef *createStdViaDef(oaPlugInMain &host, const QString &name, const QString &originalLib,
+                             const QStringList &names, const QStringList &values) {
   const QString layer1 = valueOf(viakey::kLayer1, names, values);
   const QString layer2 = valueOf(viakey::kLayer2, names, values);
   if (layer1.isEmpty() || layer2.isEmpty()) {
@@ -44,8 +106,16 @@ oaStdViaDef *createStdViaDef(oaPlugInMain &host, const QString &name, const QStr
                           oaPlugInMain::tr("%1, and the technology cannot be opened to create it").arg(name));
     return nullptr;
   }
-  return oaStdViaDef::create(tech, oaConvert::toOaString(name), layerOf(tech, layer1), layerOf(tech, layer2),
-                             toOaViaParam(names, values));
+  const OriginalTech originalTech(originalLib);
+  if (const oaStdViaDef *original = originalTech.find(name, layer1.toUInt(), layer2.toUInt())) {
+    return copyStdViaDef(tech, original);
+  }
+  const oaViaParam params = toOaViaParam(names, values);
+  if (params.getImplant1Enc() != oaVector(0, 0) || params.getImplant2Enc() != oaVector(0, 0)) {
+    emit host.reportError(oaPlugInMain::tr("std via definition is created without implants"), 2, name);
+  }
+  return oaStdViaDef::create(tech, oaConvert::toOaString(name), layerOf(tech, layer1.toUInt(), nullptr),
+                             layerOf(tech, layer2.toUInt(), nullptr), params);
 }
 
 } // namespace
@@ -60,7 +130,8 @@ bool isCustomVia(const QStringList &names, const QStringList &values) {
   return hasType(viakey::kCustomVia, names, values);
 }
 
-oaVia *createStdVia(oaPlugInMain &host, const QStringList &names, const QStringList &values, const oaTransform &xform) {
+oaVia *createStdVia(oaPlugInMain &host, const QString &originalLib, const QStringList &names, const QStringList &values,
+                    const oaTransform &xform) {
   const QString name = valueOf(viakey::kViaDefName, names, values);
   oaViaDef *found = findViaDef(host, name);
   if (found && found->getType() != oacStdViaDefType) {
@@ -68,7 +139,8 @@ oaVia *createStdVia(oaPlugInMain &host, const QStringList &names, const QStringL
                           oaPlugInMain::tr("%1 is the definition of a custom via").arg(name));
     return nullptr;
   }
-  const oaStdViaDef *viaDef = found ? static_cast<oaStdViaDef *>(found) : createStdViaDef(host, name, names, values);
+  const oaStdViaDef *viaDef =
+      found ? static_cast<oaStdViaDef *>(found) : createStdViaDef(host, name, originalLib, names, values);
   if (!viaDef) {
     return nullptr;
   }

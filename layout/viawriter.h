@@ -12,11 +12,12 @@ namespace viawriter {
 bool isVia(const QStringList &names, const QStringList &values);
 bool isCustomVia(const QStringList &names, const QStringList &values);
 
-// A standard via in the current block. A definition that the technology lacks is created in it, with the values of the
-// list and without implants, which the list does not tell; so are physical layers. Null when there cannot be one, which
-// the host was told.
-oa::oaVia *createStdVia(oaPlugInMain &host, const QStringList &names, const QStringList &values,
-                        const oa::oaTransform &xform);
+// A standard via in the current block. A definition that the technology lacks is created in it, with the physical
+// layers that it needs: a copy of the one in the technology of `originalLib`, if there is one of that name between the
+// same layers, otherwise with the values of the list and without implants, which the list does not tell. Null when
+// there cannot be one, which the host was told.
+oa::oaVia *createStdVia(oaPlugInMain &host, const QString &originalLib, const QStringList &names,
+                        const QStringList &values, const oa::oaTransform &xform);
 
 // The definition of a custom via; null when the technology has none of that name, which the host was told.
 oa::oaCustomViaDef *findCustomViaDef(oaPlugInMain &host, const QStringList &names, const QStringList &values);

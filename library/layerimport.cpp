@@ -80,7 +80,11 @@ QString oaPlugInMain::importLayer(QString location, int layerCount) {
           throw tr("Not a valid OpenAccess Library");
         }
         // Left open: the layout that is shown next needs it again.
-        sendLayers(*this, oaTech::open(lib, 'r'), layerCount);
+        const oaTech *tech = oaTech::open(lib, 'r');
+        if (!tech) {
+          throw tr("The library has no technology");
+        }
+        sendLayers(*this, tech, layerCount);
         if (debug) {
           std::printf("layer load end\n");
         }

@@ -1,4 +1,5 @@
 #include "oaconvert.h"
+#include "parametertext.h"
 
 #include <filesystem>
 #include <string>
@@ -76,6 +77,38 @@ TEST(ParameterToken, HoldsNoBlankAndIsNeverEmpty) {
   for (const auto &c : cases) {
     SCOPED_TRACE(c.text);
     EXPECT_EQ(oaConvert::putString(c.text), QString(c.token));
+  }
+}
+
+TEST(ParameterText, HasATypeAndAValueForTheHost) {
+  oaParam time;
+  time.setName("t");
+  time.setTimeVal(5);
+  const oaByte bytes[] = {1, 2, 3};
+  const struct {
+    oaParam param;
+    const char *type, *value;
+  } cases[] = {
+      {oaParam("i", oaInt4(-2147483647)), "int", "-2147483647"},
+      {oaParam("f", oaFloat(0.5f)), "double", "0.5"},
+      {oaParam("f", oaFloat(0.1f)), "double", "0.1"},
+      {oaParam("d", oaDouble(1e-6)), "double", "1e-06"},
+      {oaParam("d", oaDouble(1.5e-6)), "double", "1.5e-06"},
+      {oaParam("d", oaDouble(1234567.0)), "double", "1.23457e+06"},
+      {oaParam("d", oaDouble(100000.0)), "double", "100000"},
+      {oaParam("d", oaDouble(1.0 / 3)), "double", "0.333333"},
+      {boolean("b", true), "list", "true false"},
+      {boolean("b", false), "list", "false true"},
+      {oaParam("s", oaString("a b")), "string", "a b"},
+      {oaParam("s", oaString("")), "string", ""},
+      {oaParam("blob", "tool", 3, bytes), "unsupported", ""},
+      {time, "unsupported", ""},
+  };
+  for (const auto &c : cases) {
+    SCOPED_TRACE(std::string(c.type) + ' ' + c.value);
+    const ParameterText text = toParameterText(c.param);
+    EXPECT_STREQ(text.type, c.type);
+    EXPECT_EQ(text.value, QString(c.value));
   }
 }
 

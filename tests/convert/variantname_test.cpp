@@ -9,6 +9,17 @@ using Items = QList<propertyItem2>;
 propertyItem2 item(int code, const char *value) { return propertyItem2(code, QString(value)); }
 propertyItem2 item(const char *name, const char *value) { return propertyItem2(QString(name), QString(value)); }
 
+propertyItem2 integer(const char *name, int value) {
+  propertyItem2 item{QString(name)};
+  item.setValue(value);
+  return item;
+}
+propertyItem2 real(const char *name, float value) {
+  propertyItem2 item{QString(name)};
+  item.setValue(value);
+  return item;
+}
+
 Items cell(const char *lib, const char *cell, const char *view) {
   return Items() << item(1, lib) << item(3, cell) << item(4, view);
 }
@@ -25,6 +36,11 @@ TEST(VariantHash, IsTheMd5OfTextNamesAndValues) {
       {"w=1;", Items() << item(1, "lib") << item("w", "1"), "a32c2847ea23737c526645bf38d01dcd"},
       {"w=1.5e-06;m=2;", Items() << item("w", "1.5e-06") << item("m", "2"), "3cf901ce09aa026e794725459b248a92"},
       {"name= ;", Items() << withoutValue, "3d2ef0f272f8094c8e98adbf195a9821"},
+      {"f=0.333333;", Items() << real("f", 1.0f / 3), "95a1df0b55b384ec05007ceb0225c094"},
+      {"model=;", Items() << item("model", ""), "cef9dd611e55959bd351f31cb4d10378"},
+      {"m=-3;w=2.5;on=false;model=a=b;c;",
+       Items() << integer("m", -3) << real("w", 2.5f) << item("on", "false") << item("model", "a=b;c"),
+       "021e1c3b3c914ff31b86c5ec46579a07"},
   };
   for (const auto &c : cases) {
     SCOPED_TRACE(c.name);

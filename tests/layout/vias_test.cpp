@@ -185,6 +185,50 @@ TEST_F(ViasTest, MissingStandardDefinitionsAreCreated) {
   EXPECT_EQ((*OpenCell("lib", "top"))->getVias().getCount(), 3u);
 }
 
+// The list of a via tells no implants; the definition that it came from does.
+TEST_F(ViasTest, MissingStandardDefinitionsAreCopiedFromTheirLibrary) {
+  oaPhysicalLayer *nplus = oaPhysicalLayer::create(tech, "nplus", 5, oacNImplantMaterial);
+  oaViaParam defaults;
+  stdDef->getParams(defaults);
+  oaViaParam wide = defaults;
+  wide.setCutColumns(4);
+  oaStdViaDef::create(tech, "I", stdDef->getLayer1(), stdDef->getLayer2(), wide, nplus);
+  QStringList list = oaConvert::toViaParameterList(defaults, "I", 31, 32);
+  list.replace(list.indexOf("implant1Enc") + 1, "7/8");
+  tech->save();
+  createLib("target");
+  const auto definitionFrom = [&](const QString &library) {
+    QStringList names;
+    QStringList values;
+    for (int i = 0; i + 1 < list.size(); i += 2) {
+      names << list.at(i);
+      values << list.at(i + 1);
+    }
+    recorder.clear();
+    plugIn.saveLayout("target", "top", "layout", true, {}, {});
+    plugIn.saveCellref(library, "I", "layout", QPoint(0, 0), "", "any", names, values, {}, {});
+    plugIn.saveClose();
+    oaTech *target = oaTech::open(scalar("target"), 'r');
+    const auto *def = static_cast<oaStdViaDef *>(oaViaDef::find(target, "I"));
+    EXPECT_NE(def, nullptr);
+    oaViaParam params;
+    def->getParams(params);
+    std::string text = std::to_string(params.getCutColumns()) + " columns";
+    if (def->hasImplant1()) {
+      oaString name;
+      def->getImplant1()->getName(name);
+      text += ", implant " + std::string(name);
+    }
+    target->purge();
+    oaTech::destroy(scalar("target"));
+    return text;
+  };
+  EXPECT_EQ(definitionFrom("lib"), "4 columns, implant nplus");
+  EXPECT_THAT(reports(), ElementsAre());
+  EXPECT_EQ(definitionFrom("elsewhere"), "1 columns");
+  EXPECT_THAT(reports(), ElementsAre(HasSubstr("\"std via definition is created without implants\" 2 \"I\"")));
+}
+
 TEST_F(ViasTest, WhatCannotBeAViaIsToldAndLeftOut) {
   const struct {
     const char *name;

@@ -73,6 +73,14 @@ TEST_F(Removal, ViewsAndCellsLeaveTheDisk) {
   EXPECT_FALSE(std::filesystem::exists(chip() / "inv" / "abstract"));
 }
 
+// Each operation starts OpenAccess when it is the first.
+TEST_F(Removal, TheFirstCallStartsOpenAccess) {
+  EXPECT_TRUE(inOwnProcess(
+      folder, [] { EXPECT_EQ(printedBy([] { oaPlugInMain().removeView("chip", "inv", "abstract"); }), ""); }));
+  EXPECT_TRUE(inOwnProcess(folder, [] { EXPECT_EQ(printedBy([] { oaPlugInMain().removeCell("chip", "buf"); }), ""); }));
+  EXPECT_EQ(contents(), "inv:layout ");
+}
+
 TEST_F(Removal, WhatDoesNotExistIsSilentAndKeepsTheAccess) {
   EXPECT_TRUE(inOwnProcess(folder, [&] {
     oaPlugInMain plugIn;
@@ -225,7 +233,7 @@ TEST_F(Removal, LoserOfTwoWritersIsToldAfterTenSeconds) {
       plugIn.init(false);
       const auto begin = std::chrono::steady_clock::now();
       EXPECT_THAT(printedBy([&] { plugIn.removeView("chip", "inv", "layout"); }),
-                  testing::MatchesRegex("ERROR \\(removeView\\): library chip: .*access.* \n"));
+                  testing::MatchesRegex("ERROR \\(removeView\\): library chip: another process holds access.* \n"));
       EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
     }));
   }

@@ -33,7 +33,7 @@ private:
 // A design opened for reading for as long as the object lives.
 class OpenView {
 public:
-  OpenView(const std::string &cell, const std::string &view = "schematic", const std::string &lib = "lib");
+  explicit OpenView(const std::string &cell, const std::string &view = "schematic", const std::string &lib = "lib");
   ~OpenView() { design_->close(); }
 
   oa::oaDesign *operator->() const { return design_; }

@@ -1,0 +1,31 @@
+#ifndef EVALUATIONFAULTS_H
+#define EVALUATIONFAULTS_H
+
+#include <unordered_map>
+
+#include <QString>
+
+#include <oa/oaDesignDB.h>
+
+// What goes wrong in the evaluators of parametric cells while the object lives. OpenAccess raises nothing then: it
+// tells its observers and gives a design that is empty or half drawn.
+class EvaluationFaults : public oa::oaPcellObserver {
+public:
+  EvaluationFaults();
+
+  // What went wrong in the evaluation of this design; empty for a sound one and for designs of other kinds.
+  QString ofEvaluation(const oa::oaDesign *design) const;
+  // The same or, when there is nothing, what is wrong with the definition in its super master.
+  QString ofCell(const oa::oaDesign *design) const;
+
+  void onError(oa::oaDesign *design, const oa::oaString &msg, oa::oaPcellErrorTypeEnum type) override;
+  void onPreEval(oa::oaDesign *design, oa::oaPcellDef *pcellDef) override;
+
+private:
+  QString textOf(const oa::oaDesign *design) const;
+
+  // By the address alone: a design may be purged meanwhile. Each evaluation begins anew.
+  std::unordered_map<const oa::oaDesign *, QString> textByDesign_;
+};
+
+#endif
