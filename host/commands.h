@@ -26,6 +26,7 @@ void addInfoCommands(CLI::App &app, CommandContext &context);      // info, libs
 void addComponentCommands(CLI::App &app, CommandContext &context); // components, component
 void addLibraryCommands(CLI::App &app, CommandContext &context);   // layers, rm, data, register
 void addNetlistCommand(CLI::App &app, CommandContext &context);
+void addParamsCommand(CLI::App &app, CommandContext &context);
 void addReadCommand(CLI::App &app, CommandContext &context);
 void addImportGdsCommand(CLI::App &app, CommandContext &context);
 void addImportXschemCommand(CLI::App &app, CommandContext &context);

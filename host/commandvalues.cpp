@@ -2,7 +2,9 @@
 
 #include "hosterror.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <sys/stat.h>
 
@@ -20,7 +22,15 @@ QString requireLatin1(const QString &text) {
 QString nameFromCommandLine(const std::string &text) { return requireLatin1(QString::fromStdString(text)); }
 
 QString libraryPathFromCommandLine(const std::string &text) {
-  return requireLatin1(QString::fromLocal8Bit(text.c_str()));
+  const QString given = QString::fromLocal8Bit(text.c_str());
+  QString path = QDir::cleanPath(QFileInfo(given).absoluteFilePath());
+  // The first: in a locale without these characters.
+  if (QFile::encodeName(given) != text.c_str() || QFile::encodeName(path) != path.toLatin1()) {
+    throw HostError(QStringLiteral("%1: the plug-in would make another directory of the characters in this path; the "
+                                   "path of a library has to be ASCII here")
+                        .arg(path));
+  }
+  return path;
 }
 
 void requireOrdinaryOutput(const QString &fileName) {

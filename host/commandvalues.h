@@ -11,7 +11,8 @@
 // A library, cell or view name. Libraries hold Latin-1 text only; what is outside it would reach another name.
 QString nameFromCommandLine(const std::string &text);
 
-// A directory that the plug-in is given; the same characters as in a name.
+// A directory that the plug-in is given, as an absolute path. The plug-in takes paths in Latin-1: one that the system
+// writes in other bytes, such as UTF-8, would reach another directory.
 QString libraryPathFromCommandLine(const std::string &text);
 
 // Refuses an output file that exists and is a directory, device, pipe or socket: renaming a new file over it would

@@ -1,72 +1,106 @@
 #include "commands.h"
 #include "commandvalues.h"
 #include "hosterror.h"
-#include "layoutreceiver.h"
-#include "modelcopier.h"
+#include "layoutcopier.h"
 #include "oaplugincore.h"
-#include "pluginlayoutwriter.h"
 #include "pluginsession.h"
 #include "schematiccopier.h"
+#include "targetlibrary.h"
+#include "technologycopy.h"
 #include "usermessage.h"
 #include "viewchoice.h"
 
 #include <CLI/CLI.hpp>
 
-#include <functional>
 #include <memory>
 #include <string>
 
 namespace {
 
-const QString kLayoutView = QStringLiteral("layout");
+constexpr char kHelp[] =
+    R"(Both forms do the same: "copy LIB CELL TARGETLIB" and "copy LIB CELL VIEW --to
+TARGETLIB". The placed cells that go with the copy are placed from the target
+library then. Parametric cells, and cells of other libraries, are placed from
+where they are. A library that is made gets the units, layers and purposes of
+LIB, and the definitions of the vias that are copied.
+
+A cell view is copied as the editor would copy it: read by the plug-in's signals
+and written by its save operations. Of a layout, these bring shapes, texts,
+references with their parameters, and vias; nets, pins and properties they do
+not. Of a schematic or symbol they bring wires, ports, labels, drawing, texts,
+placements, and its own properties, the last as texts. An upright text without a
+colour that has an expression (@name) is taken for an evaluated text. docs/dump.md
+lists what is left behind of a design made by other tools.)";
 
 struct CopyOptions {
   std::string lib;
   std::string cell;
-  std::string targetLib;
-  std::string targetCell;
-  std::string view; // empty: what the cell has
+  std::string third;  // the target library, or with --to the view
+  std::string fourth; // the target cell
+  std::string view;   // empty: what the cell has
+  std::string to;
+  std::string path;
   bool replace = false;
   bool topOnly = false;
 };
-
-// Refuses before anything is written when a cell would be written over.
-void requireFreeNames(PluginSession &session, const LayoutModel &model, const QString &lib, const QString &top,
-                      const QString &newTop, const std::function<bool(const LayoutCell &)> &isCopied) {
-  const QStringList present = session.core().getCellNames(lib);
-  for (const LayoutCell &cell : model.cells()) {
-    const QString name = cell.name == top ? newTop : cell.name;
-    if (isCopied(cell) && present.contains(name))
-      throw HostError(QStringLiteral("library %1 has a cell %2 already; --replace writes over it").arg(lib, name));
-  }
-}
 
 struct CopyPlace {
   QString lib;
   QString cell;
   QString view;
   QString targetLib;
-  QString targetCell; // empty: as the cell is called
+  QString targetCell;  // empty: as the cell is called
+  QString libraryPath; // where to make the target library; empty: it has to be there
 };
 
-void copyLayout(PluginSession &session, const CopyPlace &place, const CopyOptions &options, ImportReport &report) {
-  const LayoutModel model = readLayout(session, place.lib, place.cell, place.view);
-  const QString top = model.cell(*model.topCell()).name;
-  const QString newTop = place.targetCell.isEmpty() ? top : place.targetCell;
-  const bool isInsideOneLibrary = place.lib == place.targetLib;
-  if (isInsideOneLibrary && newTop == top)
-    throw HostError(QStringLiteral("%1 would be copied onto itself").arg(cellViewName(place.lib, top, place.view)));
-  // Inside one library the placed cells are there already.
-  const auto isCopied = [&](const LayoutCell &cell) {
-    return cell.isDefined && (!isInsideOneLibrary || cell.name == top) && (!options.topOnly || cell.name == top);
-  };
-  if (!options.replace)
-    requireFreeNames(session, model, place.targetLib, top, newTop, isCopied);
-  PluginLayoutWriter writer(session, place.targetLib, kLayoutView);
-  for (const LayoutCell &cell : model.cells()) {
-    if (isCopied(cell) && !writeModelCell(model, cell, cell.name == top ? newTop : cell.name, writer, report))
-      report.problem(QStringLiteral("a cell could not be written"), cell.name);
+// Which name is which, after the form of the command line.
+CopyPlace placeOf(const CopyOptions &options) {
+  CopyPlace place;
+  place.lib = nameFromCommandLine(options.lib);
+  place.cell = nameFromCommandLine(options.cell);
+  place.targetCell = nameFromCommandLine(options.fourth);
+  if (options.to.empty()) {
+    place.targetLib = nameFromCommandLine(options.third);
+    place.view = nameFromCommandLine(options.view);
+  } else {
+    place.targetLib = nameFromCommandLine(options.to);
+    place.view = nameFromCommandLine(options.third.empty() ? options.view : options.third);
   }
+  if (!options.path.empty())
+    place.libraryPath = libraryPathFromCommandLine(options.path);
+  return place;
+}
+
+// What the options alone cannot say of each other.
+void checkUsage(const CopyOptions &options) {
+  if (options.to.empty() && options.third.empty())
+    throw CLI::RequiredError("TARGETLIB, or --to");
+  if (!options.to.empty() && !options.third.empty() && !options.view.empty())
+    throw CLI::ValidationError("--view", "with --to, the view is the third name: " + options.third);
+}
+
+void makeTargetLibrary(PluginSession &session, const CopyPlace &place) {
+  if (place.libraryPath.isEmpty()) {
+    session.requireLibrary(place.targetLib);
+    return;
+  }
+  TargetLibrary target(session, place.targetLib, place.libraryPath);
+  if (target.isKnown())
+    return;
+  target.create();
+  copyTechnology(session, place.lib, place.targetLib);
+}
+
+void copyLayoutView(PluginSession &session, const CopyPlace &place, const CopyOptions &options, ImportReport &report) {
+  LayoutCopyRequest request;
+  request.lib = place.lib;
+  request.cell = place.cell;
+  request.view = place.view;
+  request.targetLib = place.targetLib;
+  request.targetCell = place.targetCell;
+  request.isHierarchical = !options.topOnly;
+  request.isReplacing = options.replace;
+  copyLayout(session, request, report);
 }
 
 void copySchematicOrSymbol(PluginSession &session, const CopyPlace &place, const CopyOptions &options,
@@ -87,18 +121,16 @@ void copySchematicOrSymbol(PluginSession &session, const CopyPlace &place, const
 
 int copyView(const CommandContext &context, const CopyOptions &options) {
   PluginSession session(context);
-  CopyPlace place;
-  place.lib = nameFromCommandLine(options.lib);
-  place.cell = nameFromCommandLine(options.cell);
-  place.targetLib = nameFromCommandLine(options.targetLib);
-  place.targetCell = nameFromCommandLine(options.targetCell);
-  session.requireLibrary(place.targetLib);
-  place.view = options.view.empty() ? defaultView(session, place.lib, place.cell) : nameFromCommandLine(options.view);
+  CopyPlace place = placeOf(options);
+  if (place.view.isEmpty())
+    place.view = defaultView(session, place.lib, place.cell);
+  const bool isSchematic = isSchematicType(session.requireView(place.lib, place.cell, place.view));
+  makeTargetLibrary(session, place);
   ImportReport report;
-  if (isSchematicType(session.requireView(place.lib, place.cell, place.view)))
+  if (isSchematic)
     copySchematicOrSymbol(session, place, options, report);
   else
-    copyLayout(session, place, options, report);
+    copyLayoutView(session, place, options, report);
   for (const QString &line : report.lines())
     tellUser(line);
   return report.problemCount() > 0 ? 1 : session.exitCode();
@@ -109,22 +141,26 @@ int copyView(const CommandContext &context, const CopyOptions &options) {
 void addCopyCommand(CLI::App &app, CommandContext &context) {
   auto options = std::make_shared<CopyOptions>();
   CLI::App *command =
-      app.add_subcommand("copy", "Copy a layout (shapes and references only), schematic or symbol, with all that it "
-                                 "places, to another library");
+      app.add_subcommand("copy", "Copy a layout, schematic or symbol, with all that it places, to another library");
+  command->footer(kHelp);
   command->add_option("LIB", options->lib, "Library to read")->required();
   command->add_option("CELL", options->cell, "Cell to read")->required();
-  command->add_option("TARGETLIB", options->targetLib, "Library to write to")->required();
-  command->add_option("TARGETCELL", options->targetCell, "Name of the copied cell; default: its own");
+  command->add_option("TARGETLIB", options->third, "Library to write to; with --to, the view to copy");
+  command->add_option("TARGETCELL", options->fourth, "Name of the copied cell; default: its own");
+  CLI::Option *to = command->add_option("--to", options->to, "Library to write to")->type_name("TARGETLIB");
+  command->add_option("--path", options->path, "Directory of the library to write to; it is made when there is none")
+      ->type_name("DIR")
+      ->needs(to);
   command
-      ->add_option("--view", options->view,
-                   "View to copy; default: layout, schematic or symbol, the first that exists. A layout is written to "
-                   "the view layout, whatever its own is")
+      ->add_option("--view", options->view, "View to copy; default: layout, schematic or symbol, the first that exists")
       ->type_name("VIEW");
   command->add_flag(
       "--top-only", options->topOnly,
       "Leave out the layouts or schematics below the cell; the symbols that a schematic places are copied all the "
       "same");
-  command->add_flag("--replace", options->replace, "Write over cells, or cell views of schematics, that exist");
-  command->callback(
-      [options, &context] { context.command = [options, &context] { return copyView(context, *options); }; });
+  command->add_flag("--replace", options->replace, "Write over cell views that exist");
+  command->callback([options, &context] {
+    checkUsage(*options);
+    context.command = [options, &context] { return copyView(context, *options); };
+  });
 }

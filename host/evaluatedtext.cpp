@@ -1,5 +1,7 @@
 #include "evaluatedtext.h"
 
+#include <QRegularExpression>
+
 namespace {
 
 // A text goes up to `begin`, then comes the expression called `word`.
@@ -54,6 +56,11 @@ QString valueOf(const QString &word, const SchematicPlacement &placement, const 
 }
 
 } // namespace
+
+bool isEvaluatedText(const QString &text) {
+  static const QRegularExpression expression(QStringLiteral("@[A-Za-z_#@]|^tcleval\\("));
+  return expression.match(text).hasMatch();
+}
 
 QString instanceName(const SchematicPlacement &placement) {
   if (!placement.isVector)

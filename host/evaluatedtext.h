@@ -15,6 +15,10 @@
 //   @#...      something of a terminal, and
 //   @spice_... a result: only a simulator knows them
 
+// True for a text that says something else wherever it is placed: it has an "@" with a letter, "_", "#" or "@" behind
+// it, or is a script, tcleval(...).
+bool isEvaluatedText(const QString &text);
+
 // The name with the range of an iterated instance: I1, I1<0:3>.
 QString instanceName(const SchematicPlacement &placement);
 

@@ -1,4 +1,4 @@
-#include "celldatatable.h"
+#include "celldata.h"
 #include "commands.h"
 #include "commandvalues.h"
 #include "hosterror.h"
@@ -7,7 +7,6 @@
 #include "pluginsession.h"
 
 #include <CLI/CLI.hpp>
-#include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -134,37 +133,20 @@ int runRemove(const CommandContext &context, const RemoveOptions &options) {
   PluginSession session(context);
   const QString lib = nameFromCommandLine(options.lib);
   const QString cell = nameFromCommandLine(options.cell);
-  // An empty VIEW is a view that is not there: a script's unset variable must not remove the cell.
-  return options.viewOption->count() == 0 ? removeCell(session, lib, cell)
-                                          : removeView(session, lib, cell, nameFromCommandLine(options.view));
+  if (options.viewOption->count() == 0)
+    return removeCell(session, lib, cell);
+  // A script's variable that is not set must not cost the cell.
+  if (options.view.empty())
+    throw HostError(QStringLiteral("the name of the view to be removed is empty"));
+  return removeView(session, lib, cell, nameFromCommandLine(options.view));
 }
 
 // data
 
-// The plug-in sends a cell's data together with a component's drawing, so some view has to be drawn: the symbol, or the
-// one that is likely to be quickest.
-QString deviceOf(PluginSession &session, const QString &lib, const QString &cell) {
-  const QStringList views = session.core().getViewNames(lib, cell);
-  if (views.contains(QStringLiteral("symbol")))
-    return cell;
-  for (const char *type : {"schematicSymbol", "netlist", "schematic", "maskLayout"}) {
-    for (const QString &view : views) {
-      if (session.core().getViewType(lib, cell, view) == QLatin1String(type))
-        return view + QLatin1Char('@') + cell;
-    }
-  }
-  throw HostError(QStringLiteral("cell %1 of library %2 has no design to be drawn, and the plug-in sends a cell's data "
-                                 "only together with one")
-                      .arg(cell, lib));
-}
-
 int showData(PluginSession &session, const QString &lib, const QString &cell) {
-  const QString device = deviceOf(session, lib, cell);
   QByteArray lines;
-  const CellDataTable table(session);
-  session.core().loadComponent(lib, device);
-  for (const CellDataTable::Entry &entry : table.entries())
-    lines += entry.name.toUtf8() + ' ' + quoted(entry.text) + '\n';
+  for (const CellProperty &property : readCellData(session, lib, cell))
+    lines += property.name.toUtf8() + ' ' + quoted(property.text) + '\n';
   session.writeOutput(lines);
   return session.exitCode();
 }
@@ -191,7 +173,7 @@ int runData(const CommandContext &context, const DataOptions &options) {
 int runRegister(const CommandContext &context, const RegisterOptions &options) {
   PluginSession session(context);
   session.requireLibraryDefinitions();
-  const QString path = QDir::cleanPath(QFileInfo(libraryPathFromCommandLine(options.path)).absoluteFilePath());
+  const QString path = libraryPathFromCommandLine(options.path);
   const QString lib = QFileInfo(path).fileName();
   const bool isThere = session.core().existLib(path);
   const QString error = session.core().registerLibrary(path);

@@ -77,6 +77,7 @@ int run(int argc, char **argv) {
   addInfoCommands(app, context);
   addComponentCommands(app, context);
   addReadCommand(app, context);
+  addParamsCommand(app, context);
   addLibraryCommands(app, context);
   addNetlistCommand(app, context);
   addImportGdsCommand(app, context);

@@ -69,13 +69,6 @@ private:
 
 } // namespace
 
-bool writeModelCell(const LayoutModel &model, const LayoutCell &cell, const QString &name, LayoutWriter &writer,
-                    ImportReport &report) {
-  if (!writer.beginCell(name))
-    return false;
+void writeModelShapes(const LayoutModel &model, const LayoutCell &cell, LayoutWriter &writer, ImportReport &report) {
   ModelCopier(model, cell, writer, report).writeShapes();
-  for (const ModelReference &reference : cell.references)
-    writer.writeReference(model.cell(reference.cell).name, reference);
-  writer.endCell();
-  return true;
 }

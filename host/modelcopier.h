@@ -6,11 +6,8 @@
 
 class LayoutWriter;
 
-// Writes a cell that was read back through a writer, under `name`; the cells that it places are named as the model
-// names them. Paths with free end extensions are expressed as writing allows, and told.
-//
-// False when the writer cannot begin the cell.
-bool writeModelCell(const LayoutModel &model, const LayoutCell &cell, const QString &name, LayoutWriter &writer,
-                    ImportReport &report);
+// Writes the shapes of a cell that was read, between beginCell() and endCell() of a writer. Paths with free end
+// extensions are expressed as writing allows, and told.
+void writeModelShapes(const LayoutModel &model, const LayoutCell &cell, LayoutWriter &writer, ImportReport &report);
 
 #endif

@@ -37,13 +37,18 @@ void PluginLayoutWriter::writeText(const ModelText &text, LayerPurpose layer) {
 }
 
 void PluginLayoutWriter::writeReference(const QString &cell, const ModelReference &reference) {
+  placeMaster({lib_, cell, view_, {}, {}}, reference);
+}
+
+void PluginLayoutWriter::placeMaster(const CellMaster &master, const ModelReference &reference) {
   const QString trans = reference.orientation.toWriterText();
-  const QStringList none;
   if (reference.isArray) {
-    session_.core().saveCellrefArray(lib_, cell, view_, reference.origin, trans, reference.name, none, none,
-                                     reference.columnPitch, reference.rowPitch, reference.columns, reference.rows);
+    session_.core().saveCellrefArray(master.lib, master.cell, master.view, reference.origin, trans, reference.name,
+                                     master.parameterNames, master.parameterValues, reference.columnPitch,
+                                     reference.rowPitch, reference.columns, reference.rows);
   } else {
-    session_.core().saveCellref(lib_, cell, view_, reference.origin, trans, reference.name, none, none, none, none);
+    session_.core().saveCellref(master.lib, master.cell, master.view, reference.origin, trans, reference.name,
+                                master.parameterNames, master.parameterValues, {}, {});
   }
 }
 

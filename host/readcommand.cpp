@@ -1,3 +1,4 @@
+#include "cellparameters.h"
 #include "commands.h"
 #include "commandvalues.h"
 #include "hosterror.h"
@@ -13,6 +14,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -21,6 +23,7 @@ struct ReadOptions {
   std::string cell;
   std::string view; // empty: what the cell has
   std::string format = "text";
+  std::vector<std::string> params;
 };
 
 // Opens the view by the operation that its type calls for.
@@ -28,7 +31,10 @@ void openView(PluginSession &session, const ReadOptions &options) {
   const QString lib = nameFromCommandLine(options.lib);
   const QString cell = nameFromCommandLine(options.cell);
   const QString view = options.view.empty() ? defaultView(session, lib, cell) : nameFromCommandLine(options.view);
-  if (isSchematicType(session.requireView(lib, cell, view)))
+  const ChosenParameters parameters = parametersFromCommandLine(options.params);
+  if (!parameters.isEmpty())
+    openVariant(session, lib, cell, view, parameters);
+  else if (isSchematicType(session.requireView(lib, cell, view)))
     openSchematicView(session, lib, cell, view);
   else
     session.core().openLayout(lib, cell, view, QString());
@@ -69,6 +75,12 @@ void addReadCommand(CLI::App &app, CommandContext &context) {
   command->add_option("--format", options->format, "text, json, or count (signals and shapes counted, and the speed)")
       ->check(CLI::IsMember({"text", "json", "count"}))
       ->capture_default_str();
+  command
+      ->add_option("--param", options->params,
+                   "NAME=VALUE of a parametric layout, the others at their defaults; may be repeated. The "
+                   "variant comes without units")
+      ->check(CLI::Validator(parameterFault, "NAME=VALUE"))
+      ->allow_extra_args(false);
   command->callback(
       [options, &context] { context.command = [options, &context] { return readView(context, *options); }; });
 }

@@ -1,11 +1,13 @@
 #include <cmath>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 #include <QSaveFile>
 #include <QStringList>
 
+#include "cellparameters.h"
 #include "commands.h"
 #include "commandvalues.h"
 #include "hosterror.h"
@@ -29,6 +31,7 @@ struct RenderCommandOptions {
   std::string layers;
   std::string background; // empty: dark for layouts, light for schematics
   std::string window;
+  std::vector<std::string> params;
   int levels = -1;
   bool noLegend = false;
   bool noTexts = false;
@@ -130,15 +133,20 @@ QString titleOf(const QString &lib, const QString &cell, const QString &view) {
 
 QByteArray layoutPicture(PluginSession &session, const RenderCommandOptions &options, const LayerMap &layers,
                          const QString &lib, const QString &cell, const QString &view, PictureFormat format) {
-  const LayoutModel model = readLayout(session, lib, cell, view);
-  return drawPicture(model, layers, titleOf(lib, cell, view), format, layoutOptions(options, model));
+  const ChosenParameters parameters = parametersFromCommandLine(options.params);
+  const LayoutModel model =
+      parameters.isEmpty() ? readLayout(session, lib, cell, view) : readVariant(session, lib, cell, view, parameters);
+  QString title = titleOf(lib, cell, view);
+  for (int i = 0; i < parameters.names.size(); ++i)
+    title += QStringLiteral(" %1=%2").arg(parameters.names[i], parameters.values[i]);
+  return drawPicture(model, layers, title, format, layoutOptions(options, model));
 }
 
 QByteArray schematicPicture(PluginSession &session, const RenderCommandOptions &options, const QString &lib,
                             const QString &cell, const QString &view, SchematicScene::Kind kind, PictureFormat format) {
-  if (!options.layers.empty() || options.levels >= 0)
-    throw HostError(
-        QStringLiteral("%1 is no layout: --layers and --levels do not apply to it").arg(cellViewName(lib, cell, view)));
+  if (!options.layers.empty() || options.levels >= 0 || !options.params.empty())
+    throw HostError(QStringLiteral("%1 is no layout: --layers, --levels and --param do not apply to it")
+                        .arg(cellViewName(lib, cell, view)));
   const SchematicModel model = readSchematic(session, lib, cell, view);
   SymbolCache symbols(session);
   symbols.load(model);
@@ -199,6 +207,11 @@ void addRenderCommand(CLI::App &app, CommandContext &context) {
                    "Part to show: left,bottom,right,top in user units of a layout, else in database units; "
                    "default: everything")
       ->check(CLI::Validator(windowFault, "L,B,R,T"));
+  command
+      ->add_option("--param", options->params,
+                   "NAME=VALUE of a parametric layout, the others at their defaults; may be repeated")
+      ->check(CLI::Validator(parameterFault, "NAME=VALUE"))
+      ->allow_extra_args(false);
   command->add_flag("--no-legend", options->noLegend, "Leave the legend away");
   command->add_flag("--no-texts", options->noTexts, "Leave the texts away");
   command->callback([options, &context] {

@@ -9,6 +9,7 @@
 
 #include <QSet>
 
+#include <utility>
 #include <vector>
 
 namespace {
@@ -110,7 +111,9 @@ void SchematicCopier::collectSchematic(const QString &cell) {
   if (knownSchematics_.contains(cell))
     return;
   knownSchematics_.insert(cell);
-  schematics_.push_back({cell, readSchematic(session_, request_.lib, cell, request_.view)});
+  Schematic schematic{cell, readSchematic(session_, request_.lib, cell, request_.view)};
+  schematic.model.data = readDesignProperties(session_, request_.lib, cell, request_.view);
+  schematics_.push_back(std::move(schematic));
   const QString symbol = QStringLiteral("symbol");
   if (hasView(cell, symbol, "schematicSymbol"))
     collectSymbol({cell, symbol});
@@ -161,9 +164,7 @@ void SchematicCopier::writeSymbolCopy(const CellView &symbol) {
   SymbolModel model;
   static_cast<SchematicModel &>(model) = readSchematic(session_, request_.lib, symbol.cell, symbol.view);
   // The drawing comes from the schematic reader, which tells more; the properties come with the component.
-  const QString device =
-      symbol.view == QLatin1String("symbol") ? symbol.cell : symbol.view + QLatin1Char('@') + symbol.cell;
-  const SymbolModel component = readComponent(session_, request_.lib, device);
+  const SymbolModel component = readComponent(session_, request_.lib, joinDevice({symbol.cell, symbol.view}));
   model.data = component.data;
   model.description = component.description;
   if (!component.parameters.isEmpty()) {

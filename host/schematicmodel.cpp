@@ -59,3 +59,7 @@ DeviceName splitDevice(const QString &device) {
     return {device, QStringLiteral("symbol")};
   return {device.mid(at + 1), device.left(at)};
 }
+
+QString joinDevice(const DeviceName &name) {
+  return name.view == QLatin1String("symbol") ? name.cell : name.view + QLatin1Char('@') + name.cell;
+}

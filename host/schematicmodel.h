@@ -112,6 +112,7 @@ struct DeviceName {
   QString view;
 };
 DeviceName splitDevice(const QString &device);
+QString joinDevice(const DeviceName &name);
 
 // How tables of symbols name one: "library/device".
 inline QString symbolKey(const QString &library, const QString &device) { return library + QLatin1Char('/') + device; }

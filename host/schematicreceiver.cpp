@@ -1,5 +1,6 @@
 #include "schematicreceiver.h"
 
+#include "evaluatedtext.h"
 #include "hosterror.h"
 #include "oaplugincore.h"
 #include "pluginsession.h"
@@ -215,7 +216,11 @@ void SchematicReceiver::addArc(const QPolygon &points, const QString &colour) {
 }
 
 void SchematicReceiver::addText(const QPoint &origin, const QString &colour, const QString &text, int rotation) {
-  addShape(SchematicShape::Kind::Text, QPolygon(QVector<QPoint>{origin}), colour);
+  // The colour that is sent where there is none.
+  const bool hasColour = colour != QLatin1String("deviceColor");
+  const bool isEvaluated = !hasColour && rotation == 0 && isEvaluatedText(text);
+  addShape(isEvaluated ? SchematicShape::Kind::EvalText : SchematicShape::Kind::Text, QPolygon(QVector<QPoint>{origin}),
+           colour);
   model_.shapes.back().text = text;
   model_.shapes.back().rotation = rotation;
 }
@@ -330,6 +335,17 @@ void SymbolReceiver::addShape(SchematicShape::Kind kind, const QPolygon &points,
   symbol_.shapes.push_back(shape);
 }
 
+DesignPropertyReceiver::DesignPropertyReceiver(QObject &plugin, DesignProperties &properties)
+    : properties_(properties) {
+  const Connection connections[] = {{SIGNAL(compData(QString, int)), SLOT(compData(QString, int))}};
+  connectAll(plugin, this, connections);
+}
+
+void DesignPropertyReceiver::compData(const QString &data, int type) {
+  if (type == ComponentDesignProperty)
+    properties_.push_back(splitProperty(data));
+}
+
 void openSchematicView(PluginSession &session, const QString &lib, const QString &cell, const QString &view) {
   try {
     session.core().openSchematic(lib, cell, view, QString());
@@ -349,6 +365,15 @@ SchematicModel readSchematic(PluginSession &session, const QString &lib, const Q
   if (!receiver.hasOpened())
     throw HostError(QStringLiteral("%1 could not be read as a schematic").arg(cellViewName(lib, cell, view)));
   return model;
+}
+
+DesignProperties readDesignProperties(PluginSession &session, const QString &lib, const QString &cell,
+                                      const QString &view) {
+  DesignProperties properties;
+  DesignPropertyReceiver receiver(session.object(), properties);
+  session.core().loadComponent(lib, joinDevice({cell, view}));
+  session.synchronise();
+  return properties;
 }
 
 SymbolModel readComponent(PluginSession &session, const QString &lib, const QString &device) {

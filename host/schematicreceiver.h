@@ -24,6 +24,9 @@ private:
 };
 
 // Fills a SchematicModel from the signals of one openSchematic() call. Connect before the call.
+//
+// The signal of a text does not say whether it is evaluated. What does: it is not turned, has no colour of its own, as
+// saveEvalText() writes it, and has something to evaluate.
 class SchematicReceiver : public QObject {
   Q_OBJECT
 
@@ -100,9 +103,31 @@ private:
   StreamProblems problems_;
 };
 
-// Reads one schematic or symbol view. Throws HostError when the view is unknown, cannot be opened or has no contents;
-// further complaints are on standard error and in the session's exit code.
+// Properties of the design, which openSchematic() does not send: name and value, in order.
+using DesignProperties = std::vector<QPair<QString, QString>>;
+
+// Keeps the properties of the design from the signals of one loadComponent() call, whatever is drawn.
+class DesignPropertyReceiver : public QObject {
+  Q_OBJECT
+
+public:
+  DesignPropertyReceiver(QObject &plugin, DesignProperties &properties);
+
+private slots:
+  void compData(const QString &data, int type);
+
+private:
+  DesignProperties &properties_;
+};
+
+// Reads one schematic or symbol view, without the properties of its design. Throws HostError when the view is unknown,
+// cannot be opened or has no contents; further complaints are on standard error and in the session's exit code.
 SchematicModel readSchematic(PluginSession &session, const QString &lib, const QString &cell, const QString &view);
+
+// The properties of the design of a schematic or symbol that can be read. What fails is on standard error and in the
+// session's exit code.
+DesignProperties readDesignProperties(PluginSession &session, const QString &lib, const QString &cell,
+                                      const QString &view);
 
 // The symbol of a listed component. Throws HostError when the library is not known or the device does not exist, or
 // when it cannot be read.

@@ -154,6 +154,25 @@ private:
   TclInterpreter interpreter_;
 };
 
+class TclUsage : public CLI::Formatter {
+public:
+  // CLI11 knows nothing of words that only this command reads.
+  std::string make_usage(const CLI::App *, std::string) const override {
+    return "Usage: oahost [OPTIONS] tcl [SCRIPT [ARG ...] | -c COMMAND]\n";
+  }
+};
+
+const char kDetails[] =
+    R"(SCRIPT is a file; what stands behind it is left to it, in the variable argv.
+Commands that come from a pipe or a file are run one after the other, whatever
+becomes of the one before. The exit code is 1 when the script, the command or an
+unfinished last command has failed, and what the Tcl command exit says.
+
+On a terminal commands are typed at a prompt. TAB completes names of commands,
+variables ($...) and files; a command that is not finished goes on at "> ". The
+last 1000 commands are kept in $HOME/.oahost_history. The end of the input
+(Ctrl-D) or the command exit ends the session.)";
+
 int runTcl(const CommandContext &context, const TclOptions &options) {
   if (options.hasCommand && !options.words.isEmpty())
     throw HostError(QStringLiteral("%1 is not expected after -c COMMAND").arg(options.words.first()));
@@ -165,8 +184,9 @@ int runTcl(const CommandContext &context, const TclOptions &options) {
 void addTclCommand(CLI::App &app, CommandContext &context) {
   auto options = std::make_shared<TclOptions>();
   CLI::App *command = app.add_subcommand(
-      "tcl", "Run a Tcl script, a command, or without either what is typed, with the OpenAccess commands.\n"
-             "Usage: oahost [OPTIONS] tcl [SCRIPT [ARG ...] | -c COMMAND]");
+      "tcl", "Run a Tcl script, a command, or without either what is typed, with the OpenAccess commands");
+  command->formatter(std::make_shared<TclUsage>());
+  command->footer(kDetails);
   // Whatever stands behind the script is the script's.
   command->fallthrough(false);
   command->prefix_command();

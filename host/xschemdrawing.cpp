@@ -1,8 +1,8 @@
 #include "xschemdrawing.h"
 
+#include "evaluatedtext.h"
 #include "xschemproperties.h"
 
-#include <QRegularExpression>
 #include <QStringList>
 
 #include <cmath>
@@ -24,11 +24,6 @@ const char *const kLayerColours[] = {"#ffffff", "#0044cc", "#b0b0b0", "#202020",
                                      "#0090b0", "#d00000", "#807000", "#007878", "#800080", "#00a000",
                                      "#0000b0", "#605800", "#507050", "#a02020", "#609030", "#009878",
                                      "#b00080", "#908820", "#c05040", "#b08000"};
-
-bool isExpression(const QString &text) {
-  static const QRegularExpression reference(QStringLiteral("@[A-Za-z_#@]"));
-  return reference.match(text).hasMatch() || isTclExpression(text);
-}
 
 QPolygon polygon(const QPoint &one, const QPoint &other) { return QPolygon(QVector<QPoint>{one, other}); }
 
@@ -175,7 +170,7 @@ void XschemDrawing::addText(const XschemObject &object, SchematicModel &model) c
     return;
   report_.notice(QStringLiteral("texts have one size and font"), file_.place(object.line));
   SchematicShape shape;
-  shape.kind = isExpression(text) ? SchematicShape::Kind::EvalText : SchematicShape::Kind::Text;
+  shape.kind = isEvaluatedText(text) ? SchematicShape::Kind::EvalText : SchematicShape::Kind::Text;
   bool isNumber = false;
   const int layer = properties.value(QStringLiteral("layer")).toInt(&isNumber);
   if (shape.kind == SchematicShape::Kind::Text)

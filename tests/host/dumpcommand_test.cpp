@@ -118,6 +118,7 @@ TEST(UnifiedDiff, LongTexts) {
   constexpr int kLines = 100000;
   std::mt19937 random(11);
   std::vector<QByteArray> numbers;
+  numbers.reserve(kLines);
   for (int i = 0; i < kLines; ++i)
     numbers.push_back(QByteArray::number(i));
   const auto joined = [](const std::vector<QByteArray> &lines) {
@@ -133,6 +134,7 @@ TEST(UnifiedDiff, LongTexts) {
   std::vector<QByteArray> shuffled = numbers;
   std::shuffle(shuffled.begin(), shuffled.end(), random);
   std::vector<QByteArray> foreign;
+  foreign.reserve(kLines);
   for (const QByteArray &number : numbers)
     foreign.push_back('x' + number);
   const struct {
@@ -184,6 +186,33 @@ TEST_F(DumpCommands, CopiesAreEqualAndCellsDiffer) {
   const HostResult different = host.run(QStringList{"diff", "one", first, "layout", "two", second, "layout"});
   EXPECT_EQ(different.exitCode, 1) << different.errors;
   EXPECT_THAT(different.output.toStdString(), HasSubstr("+++ two/" + cells[1].toStdString() + "/layout\n@@ -"));
+}
+
+// Everything that the importer writes: properties of the design, evaluated and other texts, buses, iterated placements.
+TEST_F(DumpCommands, CopiedSchematicsAndSymbolsAreEqual) {
+  const QString examples = EXAMPLES_DIR "/smallschematic";
+  HostResult result = host.run(QStringList{"import-xschem", examples, "--lib", "small", "--path", host.path("s")});
+  ASSERT_EQ(result.exitCode, 0) << result.errors;
+  result = host.run(QStringList{"register", host.path("copied")});
+  ASSERT_EQ(result.exitCode, 0) << result.errors;
+  result = host.run("copy small top copied");
+  ASSERT_EQ(result.exitCode, 0) << result.errors;
+  const QByteArray cells = host.run("cells small").output;
+  EXPECT_EQ(host.run("cells copied").output, cells);
+  std::string dumps;
+  for (const QByteArray &cell : cells.trimmed().split('\n')) {
+    const QByteArray views = host.run(QStringList{"views", "small", cell}).output;
+    EXPECT_EQ(host.run(QStringList{"views", "copied", cell}).output, views);
+    for (const QByteArray &view : views.trimmed().split('\n')) {
+      dumps += host.run(QStringList{"dump", "small", cell, view}).output.toStdString();
+      const HostResult equal = host.run(QStringList{"diff", "small", cell, view, "copied", cell, view});
+      EXPECT_EQ(equal.exitCode, 0) << equal.output.toStdString() << equal.errors;
+    }
+  }
+  // What the copies have to be equal in.
+  for (const char *part : {"viewType schematicSymbol", "viewType schematic\n", "\n  prop string \"xschem.header\" ",
+                           "evalText 230/annotation expression=\"@name\"", "text 231/annotation text="})
+    EXPECT_THAT(dumps, HasSubstr(part));
 }
 
 TEST_F(DumpCommands, WhatIsNotThereIsTold) {

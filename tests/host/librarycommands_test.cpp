@@ -9,6 +9,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <cstdlib>
 #include <functional>
 
 #include <sys/stat.h>
@@ -93,12 +94,19 @@ TEST_F(LibraryCommands, RemovedCellsAndViewsLeaveTheDisk) {
   EXPECT_EQ(output("cells lib"), "");
 }
 
+TEST_F(LibraryCommands, AnEmptyViewIsNoView) {
+  const HostResult result = host.run(QStringList{"rm", "lib", "INV", ""});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_THAT(result.errors, HasSubstr("the name of the view to be removed is empty"));
+  EXPECT_EQ(output("views lib INV"), "layout\n");
+}
+
 TEST_F(LibraryCommands, DataTravelsWithTheCell) {
   EXPECT_EQ(output("data lib INV"), "");
   EXPECT_EQ(output("data lib INV --set first"), "");
   EXPECT_EQ(host.run({"data", "lib", "INV", "--set", "a \"b\"\nc"}).exitCode, 0);
   EXPECT_EQ(output("data lib INV --cdf description"), "");
-  EXPECT_EQ(output("data lib INV"), "cdfData \"description\"\nTarnwickdaleData \"a \\\"b\\\"\\nc\"\n");
+  EXPECT_EQ(output("data lib INV"), "TarnwickdaleData \"a \\\"b\\\"\\nc\"\ncdfData \"description\"\n");
   onDisk([](oaLib *) {
     oaCellDMData *data = oaCellDMData::open(named("lib"), named("INV"), 'r');
     EXPECT_EQ(data->getProps().getCount(), 2u);
@@ -109,6 +117,34 @@ TEST_F(LibraryCommands, DataTravelsWithTheCell) {
   EXPECT_EQ(host.run({"data", "lib", "INV", "--set", ""}).exitCode, 0);
   EXPECT_EQ(output("data lib INV"), "cdfData \"description\"\nTarnwickdaleData \"\"\n");
   EXPECT_EQ(output("data lib BUF"), "");
+  // Nothing of it can be drawn.
+  EXPECT_EQ(output("rm lib INV layout"), "removed lib/INV/layout\n");
+  EXPECT_EQ(output("data lib INV"), "cdfData \"description\"\nTarnwickdaleData \"\"\n");
+}
+
+// The library's directory is lib_dir; a library of that name is another one.
+TEST_F(LibraryCommands, LayersOfALibraryWhoseDirectoryHasAnotherName) {
+  onDisk([](oaLib *lib) {
+    oaTech *tech = oaTech::create(lib);
+    oaPhysicalLayer::create(tech, "ours", 7);
+    tech->save();
+  });
+  EXPECT_EQ(output("register other"), "created other at " + host.path("other").toStdString() + "\n");
+  host.write("lib.defs", host.read("lib.defs") + "DEFINE lib_dir " + host.path("other").toLatin1() + "\n");
+  EXPECT_EQ(output("layers lib"), "7 ours\n");
+}
+
+TEST_F(LibraryCommands, PathsThatThePlugInCannotTakeAreRefused) {
+  const std::string folder = host.path("").toStdString();
+  for (const char *arguments : {"register b\303\274cher", "import-gds lib.gds --lib new --path b\303\274cher"}) {
+    // Through the shell, which passes the bytes on whatever the locale is.
+    std::string command = "cd " + folder;
+    command += " && HOME=" + folder;
+    command += std::string(" ") + OAHOST_FILE + " " + arguments + " > out.txt 2> err.txt";
+    EXPECT_NE(std::system(command.c_str()), 0) << arguments;
+    EXPECT_THAT(host.read("err.txt").toStdString(), HasSubstr("has to be ASCII here"));
+  }
+  EXPECT_EQ(QDir(host.path("")).entryList(QDir::Dirs | QDir::NoDotAndDotDot), QStringList{"lib_dir"});
 }
 
 TEST_F(LibraryCommands, RegisteredLibraryIsKnownFromThenOn) {

@@ -272,7 +272,7 @@ TEST_F(OaHost, LibraryThatCannotBeMadeOrOpenedIsExplained) {
       {{"import-gds", "demo.gds", "--lib", "a", "--path", "."}, "the directory exists and is not empty"},
       {{"import-gds", "demo.gds", "--lib", "a", "--path", QString(300, 'n')}, "the path is too long"},
       {{"import-gds", "demo.gds", "--lib", QString::fromUtf8("\u20ac"), "--path", "new"}, "only Latin-1"},
-      {{"import-gds", "demo.gds", "--lib", "a", "--path", QString::fromUtf8("\u4e2d")}, "only Latin-1"},
+      {{"import-gds", "demo.gds", "--lib", "a", "--path", QString::fromUtf8("\u4e2d")}, "has to be ASCII here"},
       {{"read", "demo", QString::fromUtf8("\u20ac")}, "only Latin-1"},
   };
   for (const auto &c : cases) {

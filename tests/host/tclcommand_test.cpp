@@ -118,6 +118,26 @@ oa::close $design
   EXPECT_THAT(host.run("dump made top layout").output.toStdString(), HasSubstr("rect 4/7 box=(0 0)(100 50)\n"));
 }
 
+// Reading uses no interpreter of the program's own.
+TEST_F(TclCommand, CellsThatScriptsDrawAreRead) {
+  const HostResult made = host.run(QStringList{"tcl", EXAMPLES_DIR "/pcells/resistor.tcl", "made", host.path("made")});
+  ASSERT_EQ(made.exitCode, 0) << made.errors;
+  EXPECT_EQ(host.run(QStringList{"register", host.path("made")}).exitCode, 0);
+  const HostResult read = host.run("read made resistors layout");
+  EXPECT_EQ(read.errors, "");
+  // The upper head of the resistor with one segment.
+  EXPECT_THAT(read.output.toStdString(), HasSubstr("addBox 0 10000 1000 800 5 0\n"));
+  EXPECT_EQ(read.output.count("addCell \"resistor~"), 3);
+}
+
+TEST_F(TclCommand, HelpHasOneUsageLine) {
+  const std::string help = host.run("tcl --help").output.toStdString();
+  const std::string usage = "Usage: oahost [OPTIONS] tcl [SCRIPT [ARG ...] | -c COMMAND]\n";
+  EXPECT_THAT(help, HasSubstr("\n" + usage));
+  EXPECT_EQ(help.find("Usage:"), help.rfind("Usage:"));
+  EXPECT_THAT(host.run("--help").output.toStdString(), testing::Not(HasSubstr("[ARG")));
+}
+
 TEST(TclCompletion, OfTheLastWord) {
   Tcl_Interp *interp = Tcl_CreateInterp();
   Tcl_Eval(interp, "namespace eval oa {proc RectCreate {} {}; proc RectFind {} {}; variable oacTop 1}\n"

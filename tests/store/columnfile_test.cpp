@@ -1,8 +1,14 @@
 #include "testdatabase.h"
 
+#include "columnfile.h"
 #include "oa/oaBaseMsgIds.h"
 
+#include <cstring>
+
 #include <gmock/gmock.h>
+
+#define XXH_INLINE_ALL
+#include <xxhash.h>
 
 using namespace storetest;
 
@@ -129,6 +135,99 @@ TEST(ColumnFile, EveryTruncatedOrGrownFileIsRefused) {
   }
   writeFile(path, good + "x");
   EXPECT_EQ(idRaisedByLoading(path), oaUInt4(oacCorruptedDatabase));
+}
+
+// Right checksums, but more rows than the file pays for: a few bytes must not cost gigabytes.
+TEST(ColumnFile, RowsThatTheFileDoesNotHoldAreRefused) {
+  const TemporaryDirectory directory;
+  const std::string path = directory.file("db.oa");
+  struct Claim {
+    std::uint16_t table;
+    Row rows, kinds;
+  };
+  const struct {
+    const char *name;
+    std::vector<Claim> claims;
+    const char *message;
+  } cases[] = {
+      {"billions", {{kOutlineTable, 4000000000u, 1}}, "claims 4000000000 rows, but the file has only"},
+      {"all rows that there can be", {{kShapeTable, kNoRow - 1, 0}}, "claims 4294967294 rows"},
+      {"too many together", {{kOutlineTable, 400, 400}, {kShapeTable, 2000, 0}}, "table t claims 2000 rows"},
+      {"unknown table", {{999, 1u << 31, 0}}, "claims 2147483648 rows"},
+      {"rows without a kind", {{kOutlineTable, 100, 50}}, "claims 100 rows, but its column kind holds 50"},
+      {"elements that are not there", {{kPointTable, 100, 0}}, "claims 100 rows, but its column points holds 0"},
+      {"texts that are not there", {{kit::kStringTable, 100, 0}}, "claims 100 rows, but its column spans holds 0"},
+  };
+  for (const auto &c : cases) {
+    SCOPED_TRACE(c.name);
+    kit::ColumnFileWriter writer(path);
+    for (const Claim &claim : c.claims) {
+      const std::string kinds(claim.kinds, char(oacPolygonType));
+      writer.beginTable(claim.table, "t", claim.rows);
+      if (claim.kinds != 0) {
+        writer.beginColumn(1, "kind", 1);
+        writer.addElements(kinds.data(), claim.kinds);
+        writer.endColumn();
+      }
+    }
+    writer.finish(static_cast<std::uint8_t>(kit::DatabaseKind::design));
+    try {
+      dumpOfFile(path);
+      ADD_FAILURE() << "it was read";
+    } catch (const oaException &exception) {
+      EXPECT_EQ(exception.getMsgId(), oaUInt4(oacCorruptedDatabase));
+      EXPECT_THAT(std::string(exception.getMsg()), testing::HasSubstr(c.message));
+    }
+  }
+}
+
+TEST(ColumnFile, ADirectoryOfVeryManyTablesIsRefused) {
+  const TemporaryDirectory directory;
+  const std::string path = directory.file("db.oa");
+  kit::ColumnFileWriter writer(path);
+  for (int i = 0; i < 100001; ++i) {
+    writer.beginTable(kOutlineTable, "", 0);
+  }
+  writer.finish(static_cast<std::uint8_t>(kit::DatabaseKind::design));
+  EXPECT_EQ(idRaisedByLoading(path), oaUInt4(oacCorruptedDatabase));
+}
+
+// A file whose columns all name the same bytes: the bytes of the second are cut out, and the directory says otherwise.
+TEST(ColumnFile, ColumnsThatShareBytesAreRefused) {
+  const TemporaryDirectory directory;
+  const std::string path = directory.file("db.oa");
+  constexpr Row kRows = 1000;
+  constexpr std::size_t kCut = 4032; // 63 times 64, less than what the column takes
+  const std::vector<std::uint32_t> elements(kRows, 7);
+  kit::ColumnFileWriter writer(path);
+  writer.beginTable(999, "t", kRows);
+  for (std::uint16_t column = 1; column <= 2; ++column) {
+    writer.beginColumn(column, "c", 4);
+    writer.addElements(elements.data(), kRows);
+    writer.endColumn();
+  }
+  writer.finish(static_cast<std::uint8_t>(kit::DatabaseKind::design));
+  std::string bytes = readFile(path);
+  kit::ColumnFileHeader header;
+  std::memcpy(&header, bytes.data(), sizeof header);
+  const std::uint64_t second = sizeof header + 4032, first = sizeof header;
+  const std::string stored(reinterpret_cast<const char *>(&second), sizeof second);
+  const std::size_t at = bytes.find(stored, header.directoryOffset);
+  ASSERT_NE(at, std::string::npos);
+  bytes.replace(at, sizeof first, reinterpret_cast<const char *>(&first), sizeof first);
+  bytes.erase(sizeof header, kCut);
+  header.directoryOffset -= kCut;
+  header.fileBytes -= kCut;
+  header.directoryChecksum = XXH3_64bits(bytes.data() + header.directoryOffset, header.directoryBytes);
+  header.headerChecksum = XXH3_64bits(&header, offsetof(kit::ColumnFileHeader, headerChecksum));
+  std::memcpy(&bytes[0], &header, sizeof header);
+  writeFile(path, bytes);
+  try {
+    dumpOfFile(path);
+    ADD_FAILURE() << "it was read";
+  } catch (const oaException &exception) {
+    EXPECT_THAT(std::string(exception.getMsg()), testing::HasSubstr("lies where others lie"));
+  }
 }
 
 TEST(ColumnFile, ForeignFilesAreToldApart) {

@@ -130,3 +130,57 @@ TEST(Properties, CopiesAndMovesTakeNestedPropertiesAlong) {
   EXPECT_EQ(oaProp::find(from.self(), "hier"), nullptr);
   EXPECT_EQ(propertiesOf(outline), "hier=HierProp:oaHierProp[inner=HierProp:oaHierProp[leaf=IntProp:3 ] ] ");
 }
+
+TEST(Properties, OneThatBelongsToALaterOneComesBack) {
+  const TemporaryDirectory directory;
+  const std::string path = directory.file("db.oa");
+  TestDatabase database;
+  oaProp *first = oaIntProp::create(database.self(), "first", 1);
+  oaHierProp *second = oaHierProp::create(database.self(), "second");
+  oaHierProp *third = oaHierProp::create(database.self(), "third");
+  first->moveTo(second);
+  second->moveTo(third);
+  database.writeTo(path);
+  TestDatabase loaded;
+  loaded.load(path);
+  EXPECT_EQ(propertiesOf(loaded.self()), "third=HierProp:oaHierProp[second=HierProp:oaHierProp[first=IntProp:1 ] ] ");
+}
+
+TEST(Properties, CirclesInAFileAreRefused) {
+  const TemporaryDirectory directory;
+  const std::string path = directory.file("db.oa");
+  // The owner of each property, among the properties; kNoRow: the database.
+  const struct {
+    const char *name;
+    std::vector<Row> owners;
+    std::vector<Row> circles; // one property of each
+  } cases[] = {
+      {"of itself", {kNoRow, 1}, {1}},
+      {"of two", {1, 0}, {0}},
+      {"with a tail", {1, 2, 3, 1}, {1}},
+      {"two of them", {1, 0, kNoRow, 4, 3, 3}, {0, 3}},
+      {"chains up and down", {3, 0, 1, kNoRow, 2}, {}},
+  };
+  for (const auto &c : cases) {
+    SCOPED_TRACE(c.name);
+    TestDatabase database;
+    for (std::size_t i = 0; i < c.owners.size(); ++i) {
+      oaHierProp::create(database.self(), std::to_string(i).c_str());
+    }
+    kit::PropertyTable &properties = database.properties();
+    for (Row row = 0; row < c.owners.size(); ++row) {
+      if (c.owners[row] != kNoRow) {
+        properties.ownerTable.set(row, kit::kPropertyTable);
+        properties.ownerRow.set(row, c.owners[row]);
+      }
+    }
+    EXPECT_EQ(properties.circles(), c.circles);
+    database.writeTo(path);
+    EXPECT_EQ(idRaisedBy([&] {
+                TestDatabase loaded;
+                loaded.load(path);
+                propertiesOf(loaded.self());
+              }),
+              c.circles.empty() ? oaUInt4(oacNullIndex) : oaUInt4(oacInvalidReference));
+  }
+}

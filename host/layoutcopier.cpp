@@ -1,0 +1,205 @@
+#include "layoutcopier.h"
+
+#include "cellorigin.h"
+#include "hosterror.h"
+#include "layoutreceiver.h"
+#include "modelcopier.h"
+#include "oaplugincore.h"
+#include "pluginlayoutwriter.h"
+#include "pluginsession.h"
+#include "technologycopy.h"
+#include "unitsprobe.h"
+#include "usermessage.h"
+
+#include <QSet>
+
+#include <cmath>
+#include <vector>
+
+namespace {
+
+using Kind = CellOrigin::Kind;
+
+class LayoutCopier {
+public:
+  LayoutCopier(PluginSession &session, const LayoutCopyRequest &request, ImportReport &report);
+  void copy();
+
+private:
+  bool isInsideOneLibrary() const { return request_.lib == request_.targetLib; }
+  bool isWritable(CellIndex index) const;
+  QString targetCell(CellIndex index) const;
+  QString targetView(CellIndex index) const;
+  QString masterLibrary(CellIndex index) const;
+  void chooseCells();
+  void requireFreeViews() const;
+  void defineVias();
+  void writeCell(CellIndex index);
+  CellMaster masterOf(CellIndex index) const;
+  void tellWhatStays();
+  void checkUnits();
+
+  PluginSession &session_;
+  const LayoutCopyRequest &request_;
+  ImportReport &report_;
+  const LayoutModel model_;
+  const CellIndex top_;
+  std::vector<CellOrigin> origins_; // of each cell of the model
+  std::vector<CellIndex> copied_;
+};
+
+LayoutCopier::LayoutCopier(PluginSession &session, const LayoutCopyRequest &request, ImportReport &report)
+    : session_(session), request_(request), report_(report),
+      model_(readLayout(session, request.lib, request.cell, request.view)), top_(*model_.topCell()) {
+  for (const LayoutCell &cell : model_.cells())
+    origins_.push_back(originOf(cell));
+}
+
+void LayoutCopier::copy() {
+  if (isInsideOneLibrary() && targetCell(top_) == origins_[top_].cell) {
+    throw HostError(
+        QStringLiteral("%1 would be copied onto itself").arg(cellViewName(request_.lib, request_.cell, request_.view)));
+  }
+  chooseCells();
+  if (!request_.isReplacing)
+    requireFreeViews();
+  if (!isInsideOneLibrary())
+    defineVias();
+  for (const CellIndex index : copied_)
+    writeCell(index);
+  tellWhatStays();
+  checkUnits();
+}
+
+// Whether the cell can be written as it came: a variant would lose its parameters, a standard via has no master.
+bool LayoutCopier::isWritable(CellIndex index) const {
+  const CellOrigin &origin = origins_[index];
+  return model_.cell(index).isDefined && origin.lib == request_.lib &&
+         (origin.kind == Kind::Plain || origin.kind == Kind::CustomVia);
+}
+
+// A cell view once, though it may have come as a cell and as the master of vias.
+void LayoutCopier::chooseCells() {
+  copied_.push_back(top_);
+  if (isInsideOneLibrary() || !request_.isHierarchical)
+    return;
+  QSet<QString> chosen{targetView(top_)};
+  for (CellIndex index = 0; index < model_.cells().size(); ++index) {
+    if (isWritable(index) && !chosen.contains(targetView(index))) {
+      chosen.insert(targetView(index));
+      copied_.push_back(index);
+    }
+  }
+}
+
+QString LayoutCopier::targetCell(CellIndex index) const {
+  return index == top_ && !request_.targetCell.isEmpty() ? request_.targetCell : origins_[index].cell;
+}
+
+QString LayoutCopier::targetView(CellIndex index) const {
+  return cellViewName(request_.targetLib, targetCell(index), origins_[index].view);
+}
+
+void LayoutCopier::requireFreeViews() const {
+  const QStringList present = session_.core().getCellNames(request_.targetLib);
+  const QSet<QString> cells(present.begin(), present.end());
+  for (const CellIndex index : copied_) {
+    const QString cell = targetCell(index);
+    const QString &view = origins_[index].view;
+    if (cells.contains(cell) && session_.core().getViewNames(request_.targetLib, cell).contains(view)) {
+      throw HostError(QStringLiteral("library %1 has a cell %2 already, with a view %3; --replace writes over it")
+                          .arg(request_.targetLib, cell, view));
+    }
+  }
+}
+
+// Standard definitions are made with the first via of theirs.
+void LayoutCopier::defineVias() {
+  QSet<QString> defined;
+  for (CellIndex index = 0; index < model_.cells().size(); ++index) {
+    const CellOrigin &origin = origins_[index];
+    if (origin.kind != Kind::CustomVia && origin.kind != Kind::VariantAsVia)
+      continue;
+    const QString name = origin.parameter("oaViaDefName");
+    if (defined.contains(name))
+      continue;
+    defined.insert(name);
+    defineCustomVia(
+        session_,
+        {name, masterLibrary(index), origin.cell, origin.view, origin.parameter("layer1"), origin.parameter("layer2")},
+        request_.targetLib);
+  }
+}
+
+// Where the cell is after the copy. Without the cells below, those that could be copied are taken to be there.
+QString LayoutCopier::masterLibrary(CellIndex index) const {
+  return isWritable(index) ? request_.targetLib : origins_[index].lib;
+}
+
+void LayoutCopier::writeCell(CellIndex index) {
+  const LayoutCell &cell = model_.cell(index);
+  PluginLayoutWriter writer(session_, request_.targetLib, origins_[index].view);
+  if (!writer.beginCell(targetCell(index))) {
+    report_.problem(QStringLiteral("a cell could not be written"), cell.name);
+    return;
+  }
+  writeModelShapes(model_, cell, writer, report_);
+  for (const ModelReference &reference : cell.references)
+    writer.placeMaster(masterOf(reference.cell), reference);
+  writer.endCell();
+}
+
+CellMaster LayoutCopier::masterOf(CellIndex index) const {
+  const CellOrigin &origin = origins_[index];
+  switch (origin.kind) {
+  case Kind::Plain:
+    // A cell that was referred to and never sent came without data.
+    if (origin.cell.isEmpty())
+      return {request_.targetLib, model_.cell(index).name, request_.view, {}, {}};
+    return {masterLibrary(index), targetCell(index), origin.view, {}, {}};
+  case Kind::Variant:
+  case Kind::StandardVia:
+  case Kind::CustomVia:
+  case Kind::VariantAsVia:
+    break;
+  }
+  return {origin.lib, origin.cell, origin.view, origin.parameterNames, origin.parameterValues};
+}
+
+void LayoutCopier::tellWhatStays() {
+  if (origins_[top_].kind == Kind::Variant) {
+    report_.notice(QStringLiteral("a parametric cell is copied as it looks with its default parameters"),
+                   cellViewName(request_.lib, request_.cell, request_.view));
+  }
+  QSet<QString> told;
+  for (CellIndex index = 0; index < model_.cells().size(); ++index) {
+    const CellOrigin &origin = origins_[index];
+    const QString place = cellViewName(origin.lib, origin.cell, origin.view);
+    if (index == top_ || isInsideOneLibrary() || origin.lib != request_.lib || told.contains(place) ||
+        (origin.kind != Kind::Variant && origin.kind != Kind::VariantAsVia))
+      continue;
+    told.insert(place);
+    report_.notice(QStringLiteral("a parametric cell cannot be copied and is placed from where it is"), place);
+  }
+}
+
+// A library's layouts have one database unit, that of its technology, and no operation sets it.
+void LayoutCopier::checkUnits() {
+  const double source = model_.metresPerDbu();
+  const double target = probeMetresPerDbu(session_, request_.targetLib, origins_[top_].view);
+  constexpr double kTolerance = 1e-9;
+  if (source > 0 && target > 0 && std::abs(target / source - 1) > kTolerance) {
+    report_.problem(QStringLiteral("the library has another database unit, so the copy has another size"),
+                    QStringLiteral("library %1: %2 um, library %3: %4 um")
+                        .arg(request_.targetLib)
+                        .arg(target * 1e6)
+                        .arg(request_.lib)
+                        .arg(source * 1e6));
+  }
+}
+
+} // namespace
+
+void copyLayout(PluginSession &session, const LayoutCopyRequest &request, ImportReport &report) {
+  LayoutCopier(session, request, report).copy();
+}

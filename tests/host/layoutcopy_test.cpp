@@ -1,0 +1,196 @@
+// oahost copy of layouts: what is read is written so that it reads the same again.
+
+#include "hostprocess.h"
+#include "oapluginmain.h"
+#include "testevaluator.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using namespace oa;
+using testing::HasSubstr;
+
+oaScalarName scalar(const char *text) { return oaScalarName(oaNativeNS(), text); }
+oaDesign *open(const char *lib, const char *cell, const char *view, char mode) {
+  return oaDesign::open(scalar(lib), scalar(cell), scalar(view), oaViewType::get(oacMaskLayout), mode);
+}
+
+// The library "source", with a database unit of its own, and the library "other" with one cell. They are made once:
+// libraries live as long as the process.
+class LayoutCopyCommand : public testing::Test {
+protected:
+  static void SetUpTestSuite() {
+    qputenv("OA_PLUGIN_PATH", EVALUATOR_DIR);
+    qputenv("HOME", host().path("").toLocal8Bit());
+    QDir::setCurrent(host().path(""));
+    oaPlugInMain plugIn;
+    plugIn.init(false);
+    ASSERT_TRUE(plugIn.checkLib("source", host().path("source"), true));
+    ASSERT_TRUE(plugIn.checkLib("other", host().path("other"), true));
+    makeTechnology();
+    makeLeaf("source", "leaf", "layout");
+    makeLeaf("source", "leaf", "abstract");
+    makeLeaf("source", "drawn", "layout");
+    makeLeaf("other", "pad", "layout");
+    makeParametric();
+    makeTop();
+  }
+
+  static void makeTechnology() {
+    oaTech *tech = oaTech::create(scalar("source"));
+    tech->setDBUPerUU(oaViewType::get(oacMaskLayout), 2000);
+    oaPhysicalLayer *m1 = oaPhysicalLayer::create(tech, "metal1", 31, oacMetalMaterial);
+    oaPhysicalLayer *m2 = oaPhysicalLayer::create(tech, "metal2", 32, oacMetalMaterial);
+    oaPhysicalLayer *implant = oaPhysicalLayer::create(tech, "nplus", 5, oacNImplantMaterial);
+    oaPurpose::create(tech, "pin", 16);
+    oaViaParam params;
+    params.setCutLayer(30);
+    params.setCutWidth(100);
+    params.setCutHeight(80);
+    params.setLayer1Enc(oaVector(10, 20));
+    oaStdViaDef::create(tech, "V", m1, m2, params, implant);
+    oaCustomViaDef::create(tech, "C", scalar("source"), scalar("drawn"), scalar("layout"), m1, m2);
+    oaCustomViaDef::create(tech, "P", scalar("source"), scalar("pc"), scalar("layout"), m1, m2);
+    tech->save();
+    tech->close();
+  }
+  static void makeLeaf(const char *lib, const char *cell, const char *view) {
+    oaDesign *design = open(lib, cell, view, 'w');
+    oaBlock *block = oaBlock::create(design);
+    oaRect::create(block, 31, 16, oaBox(0, 0, 40, 20));
+    oaText::create(block, 31, 16, cell, oaPoint(5, 5), oacCenterCenterTextAlign, oacMXR90, oacRomanFont, 12);
+    design->save();
+    design->close();
+  }
+  // m boxes; the evaluator is loaded by the programs.
+  static void makeParametric() {
+    oaDesign *design = open("source", "pc", "layout", 'w');
+    oaBlock::create(design);
+    oaParamArray defaults;
+    for (const oaParam &param : {oaParam("m", oaInt4(2)), oaParam("width", oaDouble(1.5e-6)), booleanParam("on", false),
+                                 oaParam("model", oaString("nch lvt\nx")), oaParam("f", oaFloat(0.1F))})
+      defaults.append(param);
+    design->defineSuperMaster(oaPcellLink::getPcellDef("boxes"), defaults);
+    design->save();
+    design->close();
+  }
+  static void makeTop() {
+    oaDesign *design = open("source", "top", "layout", 'w');
+    oaBlock *block = oaBlock::create(design);
+    oaRect::create(block, 32, 0, oaBox(-100, -100, 100, 100));
+    oaParamArray params;
+    for (const oaParam &param : {oaParam("m", oaInt4(3)), oaParam("width", oaDouble(0.1)), booleanParam("on", true)})
+      params.append(param);
+    const auto place = [&](const char *lib, const char *cell, const char *view, const char *name, oaOrientEnum orient,
+                           const oaParamArray *given = nullptr) {
+      oaScalarInst::create(block, scalar(lib), scalar(cell), scalar(view), scalar(name), oaTransform(7, 9, orient),
+                           given);
+    };
+    place("source", "leaf", "layout", "I1", oacMXR90);
+    place("source", "leaf", "abstract", "I2", oacR270);
+    place("other", "pad", "layout", "I3", oacMY);
+    place("source", "pc", "layout", "P1", oacR90, &params);
+    place("source", "pc", "layout", "P2", oacR0);
+    for (const char *cell : {"leaf", "pc"})
+      oaArrayInst::create(block, scalar("source"), scalar(cell), scalar("layout"), scalar(cell),
+                          oaTransform(50, 60, oacR180), -70, 80, 2, 3, cell[0] == 'p' ? &params : nullptr);
+    placeVias(block, params);
+    design->save();
+    design->close();
+  }
+  static void placeVias(oaBlock *block, const oaParamArray &params) {
+    oaTech *tech = oaTech::open(scalar("source"), 'r');
+    const auto *standard = static_cast<oaStdViaDef *>(oaViaDef::find(tech, "V"));
+    oaStdVia::create(block, standard, oaTransform(200, 0, oacMYR90));
+    oaViaParam every;
+    every.setCutLayer(33);
+    every.setCutWidth(11);
+    every.setCutHeight(12);
+    every.setCutRows(2);
+    every.setCutColumns(3);
+    every.setCutSpacing(oaVector(13, 14));
+    every.setOriginOffset(oaVector(-15, 16));
+    every.setLayer1Enc(oaVector(17, 18));
+    every.setLayer2Enc(oaVector(19, 20));
+    every.setLayer1Offset(oaVector(-21, 22));
+    every.setLayer2Offset(oaVector(23, -24));
+    every.setImplant1Enc(oaVector(25, 26));
+    every.setImplant2Enc(oaVector(27, 28));
+    oaStdVia::create(block, standard, oaTransform(300, 0, oacR270), &every);
+    for (const oaParamArray *given : {static_cast<const oaParamArray *>(nullptr), &params})
+      oaCustomVia::create(block, static_cast<oaCustomViaDef *>(oaViaDef::find(tech, given ? "P" : "C")),
+                          oaTransform(400, given ? 100 : 0, oacMX), given);
+    tech->close();
+  }
+
+  static HostProcess &host() {
+    static HostProcess process;
+    return process;
+  }
+  static HostResult run(const QString &arguments) { return host().run(arguments.split(' ')); }
+  // The signals with `lib` for the name of the copied library; variants that are placed from "source" carry its name.
+  static std::string stream(const char *lib) {
+    const HostResult result = run(QStringLiteral("read %1 top layout").arg(lib));
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    QString text = QString::fromLatin1(result.output);
+    text.replace("~source", "").replace("\"source\"", "LIB").replace(QStringLiteral("\"%1\"").arg(lib), "LIB");
+    return text.toStdString();
+  }
+};
+
+TEST_F(LayoutCopyCommand, NewLibraryReadsTheSame) {
+  const HostResult copied = run("copy source top layout --to fresh --path " + host().path("fresh"));
+  EXPECT_EQ(copied.exitCode, 0) << copied.errors;
+  EXPECT_THAT(copied.errors, HasSubstr("a parametric cell cannot be copied and is placed from where it is "
+                                       "(source/pc/layout)"));
+  const std::string before = stream("source");
+  for (const char *part :
+       {"setUnits 5e-04 ", "\"oaStdVia\"", "\"oaCustomVia\"", "addCellRef \"leaf_abstract\" 7,9 \"R90\" \"I2\"",
+        "addCellData \"on\" \"true\"", "\"pad~other\"", "addCellRefArray \"pc~"})
+    EXPECT_THAT(before, HasSubstr(part));
+  EXPECT_EQ(stream("fresh"), before);
+  EXPECT_EQ(run("cells fresh").output, "drawn\nleaf\ntop\n");
+  EXPECT_EQ(run("views fresh leaf").output, "abstract\nlayout\n");
+  EXPECT_EQ(run("layers fresh").output, run("layers source").output);
+  EXPECT_THAT(run("dump fresh top layout").output.toStdString(), HasSubstr("\"C\" master=./\"drawn\"/\"layout\""));
+}
+
+TEST_F(LayoutCopyCommand, FormsOfTheCommandLine) {
+  ASSERT_EQ(run("register target").exitCode, 0);
+  const struct {
+    const char *arguments;
+    int exitCode;
+    const char *error, *cells;
+  } cases[] = {
+      {"copy source top", 2, "TARGETLIB", ""},
+      {"copy source top target --path elsewhere", 2, "--path requires --to", ""},
+      {"copy source top layout --to target --view layout", 2, "--view", ""},
+      {"copy source top layout --to nowhere", 1, "library nowhere is not known", ""},
+      {"copy source leaf none --to target", 1, "cell leaf of library source has no view none", ""},
+      {"copy source leaf abstract two --to target", 1, "has another size (library target: 0.001 um", "two\n"},
+      {"copy source leaf target", 1, "", "leaf\ntwo\n"},
+      {"copy source leaf layout --to target", 1, "library target has a cell leaf already, with a view layout",
+       "leaf\ntwo\n"},
+      {"copy source leaf --view abstract --to target", 1, "", "leaf\ntwo\n"},
+      {"copy source leaf layout --to source", 1, "source/leaf/layout would be copied onto itself", "leaf\ntwo\n"},
+  };
+  for (const auto &c : cases) {
+    SCOPED_TRACE(c.arguments);
+    const HostResult result = run(c.arguments);
+    EXPECT_EQ(result.exitCode, c.exitCode);
+    EXPECT_THAT(result.errors, HasSubstr(c.error));
+    EXPECT_EQ(run("cells target").output, c.cells);
+  }
+  EXPECT_EQ(run("views target two").output, "abstract\n");
+  EXPECT_EQ(run("views target leaf").output, "abstract\nlayout\n");
+}
+
+TEST_F(LayoutCopyCommand, InsideOneLibraryOnlyTheCellIsCopied) {
+  const HostResult copied = run("copy source top source twin");
+  EXPECT_EQ(copied.exitCode, 0) << copied.errors;
+  EXPECT_EQ(run("diff source top layout source twin layout").output, "");
+  EXPECT_EQ(run("rm source twin").exitCode, 0);
+}
+
+} // namespace
