@@ -106,41 +106,56 @@ void DrawingSender::forgetProperties() {
   hasProperties_ = false;
   hasBusFlag_ = false;
   shownColour_ = &defaultColour_;
-  labelOffset_ = "";
-  portType_ = "";
-  portSymbol_ = "";
+  for (oaString *text : {&labelOffset_, &portType_, &portSymbol_}) {
+    if (!text->isEmpty()) {
+      *text = "";
+    }
+  }
 }
 
 void DrawingSender::readProperties(oaShape *shape) {
   hasProperties_ = true;
   oaIter<oaProp> properties(shape->getProps());
-  while (oaProp *property = properties.getNext()) {
+  while (const oaProp *property = properties.getNext()) {
     property->getName(propertyName_);
-    property->getValue(propertyValue_);
+    oaString &value = valueOf(propertyName_);
+    property->getValue(value);
     if (debug_) {
       std::printf("shape prop (%s): %s\n", static_cast<const oaChar *>(propertyName_),
-                  static_cast<const oaChar *>(propertyValue_));
+                  static_cast<const oaChar *>(value));
     }
-    readProperty();
+    if (&value == &colourValue_) {
+      setColour();
+    }
   }
 }
 
-void DrawingSender::readProperty() {
-  if (propertyName_ == "color") {
-    if (colour_.isNull() || colourText_ != propertyValue_) {
-      colourText_ = propertyValue_;
-      colour_ = oaConvert::toString(propertyValue_);
-    }
-    shownColour_ = &colour_;
-  } else if (propertyName_ == "labelOffset") {
-    labelOffset_ = propertyValue_;
-  } else if (propertyName_ == "type") {
-    portType_ = propertyValue_;
-  } else if (propertyName_ == "symbol") {
-    portSymbol_ = propertyValue_;
-  } else if (propertyName_ == "bus") {
-    hasBusFlag_ = true;
+// Where the value of a property belongs. The first character tells for nearly all names that mean nothing.
+oaString &DrawingSender::valueOf(const oaString &name) {
+  const oaChar *characters = name;
+  switch (*characters) {
+  case 'b':
+    hasBusFlag_ = hasBusFlag_ || name == "bus";
+    return otherValue_;
+  case 'c':
+    return name == "color" ? colourValue_ : otherValue_;
+  case 'l':
+    return name == "labelOffset" ? labelOffset_ : otherValue_;
+  case 's':
+    return name == "symbol" ? portSymbol_ : otherValue_;
+  case 't':
+    return name == "type" ? portType_ : otherValue_;
+  default:
+    return otherValue_;
   }
+}
+
+void DrawingSender::setColour() {
+  if (colour_.isNull() || colourText_ != colourValue_) {
+    colourText_ = colourValue_;
+    colour_ = oaConvert::toString(colourValue_);
+  }
+  shownColour_ = &colour_;
 }
 
 void DrawingSender::sendDonut(oaDonut *donut) {

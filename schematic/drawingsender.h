@@ -47,7 +47,8 @@ protected:
 private:
   void sendShape(oa::oaShape *shape);
   void readProperties(oa::oaShape *shape);
-  void readProperty();
+  oa::oaString &valueOf(const oa::oaString &name);
+  void setColour();
   void forgetProperties();
 
   void sendDonut(oa::oaDonut *donut);
@@ -86,7 +87,8 @@ private:
   QString colour_;
   oa::oaString colourText_;
   oa::oaString propertyName_;
-  oa::oaString propertyValue_;
+  oa::oaString colourValue_;
+  oa::oaString otherValue_;
   oa::oaString text_;
   TextBuffer qtText_;
 };

@@ -17,6 +17,12 @@ const char kLibrarySuffix[] = ".oa";
 // The number by which the host knows the point of setDataPoint() as the offset of a placement's label.
 const int kLabelOffsetPoint = 1;
 
+// The first character tells for nearly all.
+bool isLabelOffset(const oaString &name) {
+  const oaChar *characters = name;
+  return *characters == 'l' && name == "labelOffset";
+}
+
 // An iterated instance I1[0:3], and a single bit of one, is I1 to the host.
 void cutRange(oaString &name) {
   const oaUInt4 bracket = name.index('[');
@@ -98,16 +104,16 @@ const PlacementSender::Symbol &PlacementSender::symbolOf(oaInst *inst) {
 
 void PlacementSender::sendProperties(oaInst *inst) {
   oaIter<oaProp> properties(inst->getProps());
-  while (oaProp *property = properties.getNext()) {
+  for (int place = 0; oaProp *property = properties.getNext(); ++place) {
     property->getName(name_);
     property->getValue(value_);
     if (debug_) {
       std::printf("inst prop (%s): %s\n", static_cast<const oaChar *>(name_), static_cast<const oaChar *>(value_));
     }
-    if (name_ == "labelOffset") {
+    if (isLabelOffset(name_)) {
       emit host_.setDataPoint(kLabelOffsetPoint, pointOfText(value_));
     } else {
-      emit setDataString_(qtName_.set(name_), qtValue_.set(value_));
+      emit setDataString_(propertyNames_.at(place, name_), qtValue_.set(value_));
     }
   }
 }

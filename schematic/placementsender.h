@@ -8,6 +8,7 @@
 #include "buffers.h"
 #include "directsignal.h"
 #include "oapluginmain.h"
+#include "repeatedtexts.h"
 #include "walkfaults.h"
 
 // Sends the instances of a schematic as placements, each followed by its data and connections. What all instances of a
@@ -58,6 +59,7 @@ private:
   oa::oaString value_;
   oa::oaString termText_;
   oa::oaString netText_;
+  RepeatedTexts propertyNames_;
   TextBuffer qtName_;
   TextBuffer qtValue_;
 };

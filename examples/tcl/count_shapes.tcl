@@ -9,6 +9,24 @@ proc usage {} {
     exit 2
 }
 
+# The directory without links.
+proc resolved {directory} {
+    return [file dirname [file normalize [file join $directory member]]]
+}
+
+# The library of that name, which oahost and lib.defs may have opened already.
+proc openLibrary {library directory} {
+    set lib [oa::LibFind $library]
+    if {$lib eq ""} {
+        return [oa::LibOpen $library $directory]
+    }
+    if {[resolved $directory] ne [resolved [oa::getFullPath $lib]]} {
+        puts stderr "library $library is open already, but from [oa::getFullPath $lib] instead of $directory"
+        exit 1
+    }
+    return $lib
+}
+
 proc layerName {tech number} {
     if {$tech eq ""} {
         return $number
@@ -21,7 +39,7 @@ if {[llength $argv] != 4} {
     usage
 }
 lassign $argv library directory cell view
-oa::LibOpen $library $directory
+openLibrary $library $directory
 set design [oa::DesignOpen $library $cell $view r]
 set block [oa::getTopBlock $design]
 set tech [oa::getTech $design]

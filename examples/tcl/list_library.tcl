@@ -12,14 +12,26 @@ proc usage {} {
     exit 2
 }
 
+# The directory without links.
+proc resolved {directory} {
+    return [file dirname [file normalize [file join $directory member]]]
+}
+
+# The library of that name, which oahost and lib.defs may have opened already.
 proc openLibrary {library directory} {
-    if {$directory ne ""} {
+    if {$directory eq ""} {
+        oa::LibDefListOpenLibs
+    }
+    set lib [oa::LibFind $library]
+    if {$lib eq "" && $directory eq ""} {
+        puts stderr "no lib.defs names a library $library"
+        exit 1
+    }
+    if {$lib eq ""} {
         return [oa::LibOpen $library $directory]
     }
-    oa::LibDefListOpenLibs
-    set lib [oa::LibFind $library]
-    if {$lib eq ""} {
-        puts stderr "no lib.defs names a library $library"
+    if {$directory ne "" && [resolved $directory] ne [resolved [oa::getFullPath $lib]]} {
+        puts stderr "library $library is open already, but from [oa::getFullPath $lib] instead of $directory"
         exit 1
     }
     return $lib

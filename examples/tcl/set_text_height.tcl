@@ -11,6 +11,24 @@ proc usage {} {
     exit 2
 }
 
+# The directory without links.
+proc resolved {directory} {
+    return [file dirname [file normalize [file join $directory member]]]
+}
+
+# The library of that name, which oahost and lib.defs may have opened already.
+proc openLibrary {library directory} {
+    set lib [oa::LibFind $library]
+    if {$lib eq ""} {
+        return [oa::LibOpen $library $directory]
+    }
+    if {[resolved $directory] ne [resolved [oa::getFullPath $lib]]} {
+        puts stderr "library $library is open already, but from [oa::getFullPath $lib] instead of $directory"
+        exit 1
+    }
+    return $lib
+}
+
 if {[llength $argv] != 5} {
     usage
 }
@@ -19,7 +37,7 @@ if {![string is double -strict $height] || $height <= 0} {
     puts stderr "a height is a positive number of user units, not \"$height\""
     exit 1
 }
-oa::LibOpen $library $directory
+openLibrary $library $directory
 set design [oa::DesignOpen $library $cell $view a]
 set changed 0
 set shapes [oa::getShapes [oa::getTopBlock $design]]

@@ -11,8 +11,8 @@ namespace OpenAccess_4 {
 OA_ENUM_NAMES(oaOrient, raiseBase, oacInvalidOrientName, "orientation", "R0", "R90", "R180", "R270", "MY", "MYR90",
               "MX", "MXR90")
 
-OA_ENUM_NAMES(oaParamType, raiseBase, oacInvalidParamTypeName, "parameter type", "int", "float", "string",
-              "application", "double", "boolean", "time")
+OA_ENUM_NAMES(oaParamType, raiseBase, oacInvalidParamTypeName, "parameter type", "intParam", "floatParam",
+              "stringParam", "appParam", "doubleParam", "booleanParam", "timeParam")
 
 // There are no numbers of their own for wrong texts of these two.
 OA_ENUM_NAMES(oaNameType, raiseBase, oacInvalidEnumValue, "name type", "empty", "scalarName", "vectorName",

@@ -14,13 +14,41 @@ namespace {
 
 kit::DatabaseKind databaseKindOf(const oaObject *object) { return kit::databaseOf(object).kind(); }
 
-class PropertiesOfObject : public kit::OwnedRowsKind {
-protected:
-  kit::RowSpan members(const kit::CollectionQuestion &question) const override {
-    return question.table->database().properties().of(*question.table, question.owner);
+class PropertiesOfObject final : public kit::CollectionKind {
+public:
+  oaObject *next(const kit::CollectionQuestion &question, oaUInt4 &position, oaUInt4 &hint) const override {
+    // `hint` is how many come behind the one returned last.
+    const kit::Row following = position + 1;
+    if (position != kit::kNoRow) {
+      if (hint == 0) {
+        return nullptr;
+      }
+      kit::PropertyTable &properties = question.table->database().properties();
+      const std::uint8_t *kind = properties.readyKind(following, *question.table, question.owner);
+      oaObject *property = kind != nullptr ? properties.readyHandle(following, *kind) : nullptr;
+      if (__builtin_expect(property != nullptr, 1)) {
+        position = following;
+        --hint;
+        return property;
+      }
+    }
+    return search(question, position, hint);
   }
-  kit::Table &memberTable(const kit::CollectionQuestion &question) const override {
-    return question.table->database().properties();
+  oaUInt4 count(const kit::CollectionQuestion &question) const override {
+    return question.table->database().properties().count(*question.table, question.owner);
+  }
+
+private:
+  // Out of line, so that most steps need no stack.
+  [[gnu::noinline]] static oaObject *search(const kit::CollectionQuestion &question, kit::Row &position,
+                                            kit::Row &left) {
+    kit::PropertyTable &properties = question.table->database().properties();
+    const kit::Row found = properties.search(*question.table, question.owner, position, left);
+    if (found == kit::kNoRow) {
+      return nullptr;
+    }
+    position = found;
+    return properties.handle(found, properties.kindOf(found));
   }
 };
 
@@ -64,7 +92,7 @@ oaBoolean oaObject::inGroup() const { return false; }
 
 oaBoolean oaObject::hasProp() const {
   kit::Table &table = kit::liveTable(this);
-  return !table.database().properties().of(table, row_).empty();
+  return table.database().properties().hasAny(table, row_);
 }
 
 oaObject *oaObject::getDatabase() const {

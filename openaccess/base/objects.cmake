@@ -16,6 +16,7 @@ set(oabase_object_sources
   databasewriter.cpp
   handlepool.cpp
   object.cpp
+  ownerruns.cpp
   prop.cpp
   properties.cpp
   session.cpp

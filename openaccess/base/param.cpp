@@ -166,9 +166,4 @@ oaBoolean oaParamArray::find(const oaString &name, oaParam &param) const {
   return false;
 }
 
-oaBoolean oaParamArray::operator==(const oaArray<oaParam> &p) const {
-  return numElements_ == p.getNumElements() &&
-         std::is_permutation(getElements(), getElements() + numElements_, p.getElements());
-}
-
 } // namespace OpenAccess_4

@@ -164,42 +164,69 @@ oaObject *oaProp::getOwner() const {
   return owner->handle(owner->checkRow(table.ownerRow[row], "a property's owner"));
 }
 
-void oaProp::getName(oaString &name) const {
-  PropertyTable &table = propertiesOf(this);
-  table.database().strings().get(table.name[kit::rowOf(this)], name);
+namespace {
+
+using TextColumn = kit::Column<Row> PropertyTable::*;
+
+// Out of line, so that the usual way needs no stack.
+[[gnu::noinline]] void findText(const oaProp *prop, TextColumn column, oaString &text) {
+  const PropertyTable &table = propertiesOf(prop);
+  table.getText(kit::rowOf(prop), table.*column, text);
 }
 
-void oaProp::getValue(oaString &value) const {
-  std::string text;
-  switch (getType()) {
+// Name or value, which a walk over a schematic asks of every property. `table` may be NULL.
+inline void getText(const oaProp *prop, const kit::Table *table, TextColumn column, oaString &text) {
+  if (__builtin_expect(table != nullptr, 1)) {
+    const Row *row = (static_cast<const PropertyTable *>(table)->*column).ready(kit::rowOf(prop));
+    if (__builtin_expect(row != nullptr, 1)) {
+      const std::string_view ready = table->database().strings().readyView(*row);
+      if (__builtin_expect(ready.data() != nullptr, 1)) {
+        return text.assign(ready.data(), static_cast<oaUInt4>(ready.size()));
+      }
+    }
+  }
+  findText(prop, column, text);
+}
+
+} // namespace
+
+void oaProp::getName(oaString &name) const { getText(this, kit::tableOf(this), &PropertyTable::name, name); }
+
+namespace {
+
+// The value of a property that is no text.
+std::string valueText(const oaProp *prop) {
+  switch (prop->getType()) {
   case oacIntPropType:
   case oacIntRangePropType:
-    text = std::to_string(intOf(bitsIn(this)));
-    break;
+    return std::to_string(intOf(bitsIn(prop)));
   case oacFloatPropType:
   case oacFloatRangePropType:
   case oacDoublePropType:
   case oacDoubleRangePropType:
-    text = numberText("%g", doubleOf(bitsIn(this)));
-    break;
-  case oacStringPropType:
-  case oacEnumPropType:
-    // The usual case by far, without a copy on the way.
-    return assign(value, textIn(this));
-  case oacAppPropType:
-    return assign(value, textIn(this).substr(0, textIn(this).find('\0')));
+    return numberText("%g", doubleOf(bitsIn(prop)));
   case oacBooleanPropType:
-    text = bitsIn(this) != 0 ? "true" : "false";
-    break;
+    return bitsIn(prop) != 0 ? "true" : "false";
   case oacTimePropType:
   case oacTimeRangePropType:
-    text = timeText(static_cast<oaTime>(bitsIn(this)));
-    break;
+    return timeText(static_cast<oaTime>(bitsIn(prop)));
+  case oacAppPropType:
+    return std::string(textIn(prop).substr(0, textIn(prop).find('\0')));
   default:
-    text = "oaHierProp";
-    break;
+    return "oaHierProp";
   }
-  assign(value, text);
+}
+
+[[gnu::noinline]] void assignValue(const oaProp *prop, oaString &value) { assign(value, valueText(prop)); }
+
+} // namespace
+
+void oaProp::getValue(oaString &value) const {
+  const oaTypeEnum type = getType();
+  if (__builtin_expect(type == oacStringPropType || type == oacEnumPropType, 1)) {
+    return getText(this, kit::tableOf(this), &PropertyTable::text, value);
+  }
+  assignValue(this, value);
 }
 
 void oaProp::setName(const oaString &name) {

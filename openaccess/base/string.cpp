@@ -21,6 +21,30 @@ oaUInt4 lengthOf(const oaChar *text) {
   return static_cast<oaUInt4>(length);
 }
 
+template <typename Part> void moveEnds(oaChar *to, const oaChar *from, oaUInt4 length) {
+  Part first, last;
+  std::memcpy(&first, from, sizeof first);
+  std::memcpy(&last, from + length - sizeof last, sizeof last);
+  std::memcpy(to, &first, sizeof first);
+  std::memcpy(to + length - sizeof last, &last, sizeof last);
+}
+
+// memmove() without the call for the short texts that names and values mostly are: their two ends, which may overlap,
+// are read before either is written.
+inline void moveText(oaChar *to, const oaChar *from, oaUInt4 length) {
+  if (length > 16) {
+    std::memmove(to, from, length);
+  } else if (length >= 8) {
+    moveEnds<oaUInt8>(to, from, length);
+  } else if (length >= 4) {
+    moveEnds<oaUInt4>(to, from, length);
+  } else if (length >= 2) {
+    moveEnds<oaUInt2>(to, from, length);
+  } else if (length == 1) {
+    *to = *from;
+  }
+}
+
 oaString concatenation(const oaChar *a, const oaChar *b, oaUInt8 length) {
   oaString sum(static_cast<oaUInt4>(std::min<oaUInt8>(length, UINT_MAX - 1)));
   sum = a;
@@ -94,17 +118,21 @@ oaString &oaString::operator+=(const oaString &str) {
 
 oaUInt4 oaString::countLength() const { return static_cast<oaUInt4>(std::strlen(text_)); }
 
+// Out of line, so that the usual way needs no stack.
+[[gnu::noinline]] void oaString::assignLonger(const oaChar *text, oaUInt4 length) {
+  oaString longer;
+  longer.reserve(oaUInt8(length) + 1, false);
+  longer.assign(text, length);
+  *this = std::move(longer);
+}
+
 // The text may be part of this string.
 void oaString::assign(const oaChar *text, oaUInt4 length) {
   if (length >= capacity_) {
-    oaString longer;
-    longer.reserve(oaUInt8(length) + 1, false);
-    longer.assign(text, length);
-    *this = std::move(longer);
+    assignLonger(text, length);
     return;
   }
-  if (length)
-    std::memmove(text_, text, length);
+  moveText(text_, text, length);
   text_[length] = '\0';
   length_ = length;
 }

@@ -2,7 +2,6 @@
 
 #include "database.h"
 #include "oa/oaBaseMsgIds.h"
-#include "oa/oaString.h"
 #include "raise.h"
 
 #include <cstddef>
@@ -66,11 +65,6 @@ std::string_view StringTable::findView(Row row) const {
     bytes_.checkSpan(span.begin, span.count, "a text");
   }
   return std::string_view(bytes_.bytes.span(span.begin, span.count), span.count);
-}
-
-void StringTable::get(Row row, oaString &out) const {
-  const std::string_view text = view(row);
-  out.assign(text.data(), static_cast<oaUInt4>(text.size()));
 }
 
 void StringTable::clear() {

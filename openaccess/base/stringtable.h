@@ -3,6 +3,7 @@
 
 // The texts of a database. A text is known by its row; rows of equal texts may differ unless they came from intern().
 
+#include "oa/oaString.h"
 #include "table.h"
 
 #include <string>
@@ -10,9 +11,6 @@
 #include <unordered_map>
 
 namespace OpenAccess_4 {
-
-class oaString;
-
 namespace kit {
 
 // The empty text has no row.
@@ -35,6 +33,11 @@ public:
   Row intern(std::string_view text);
   // Raises oacInvalidStringRef for a row that does not exist. Valid until the next add.
   std::string_view view(Row row) const {
+    const std::string_view ready = readyView(row);
+    return __builtin_expect(ready.data() != nullptr, 1) ? ready : findView(row);
+  }
+  // The text when it can be had without further ado: stored and verified. One without data otherwise.
+  std::string_view readyView(Row row) const {
     const Span *span = spans.ready(row);
     if (__builtin_expect(span != nullptr && span->count != 0 && span->count <= kSegmentRows, 1)) {
       // Both ends at hand means that the text lies in segments that are verified.
@@ -44,10 +47,13 @@ public:
         return std::string_view(first, span->count);
       }
     }
-    return findView(row);
+    return std::string_view();
   }
   std::string text(Row row) const { return std::string(view(row)); }
-  void get(Row row, oaString &out) const;
+  void get(Row row, oaString &out) const {
+    const std::string_view text = view(row);
+    out.assign(text.data(), static_cast<oaUInt4>(text.size()));
+  }
 
   void clear() override;
   void loaded() override;

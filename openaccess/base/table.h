@@ -101,7 +101,21 @@ public:
     object.type_ = kind;
     return &object;
   }
-  // The same, with a note of the table's own that asideOf() gives back as long as the handle lives. 0 means no note.
+  // The same when that takes no more room; NULL otherwise.
+  oaObject *readyHandle(Row row, std::uint8_t kind) {
+    const std::size_t index = row >> HandleBlock::kShift;
+    HandleBlock *block = __builtin_expect(index < blocks_.size(), 1) ? blocks_[index] : nullptr;
+    if (__builtin_expect(block == nullptr, 0)) {
+      return nullptr;
+    }
+    oaObject &object = block->handles[row & (HandleBlock::kHandles - 1)];
+    object.table_ = this;
+    object.row_ = row;
+    object.type_ = kind;
+    return &object;
+  }
+  // The same as handle(), with a note of the table's own that asideOf() gives back as long as the handle lives. 0 means
+  // no note.
   oaObject *handle(Row row, std::uint8_t kind, std::uint16_t aside) {
     oaObject *object = handle(row, kind);
     object->aside_ = aside;
@@ -193,7 +207,7 @@ public:
   void setBuilt() { isBuilt_ = true; }
   void clear();
   // Fills an empty index with the rows below `rows` that have an owner: those for which `ownerOf(Row, Owner &)` says so
-  // and sets it. Quicker than adding one by one, and without gaps.
+  // and sets it. Quicker than adding one by one, and without gaps. The rows may be asked twice.
   template <typename Owner, typename OwnerOf> void fill(Row rows, OwnerOf ownerOf);
   void add(std::uint64_t owner, Row row);
   void remove(std::uint64_t owner, Row row);
@@ -243,6 +257,8 @@ private:
   }
   void enlarge();
   void makeRoom(Slot &slot);
+  // As fill(). False, with part of the rows in the index, when those of an owner do not stand side by side.
+  template <typename Owner, typename OwnerOf> bool fillInOrder(Row rows, OwnerOf &ownerOf);
 
   bool isBuilt_ = false;
   unsigned shift_ = 64;
@@ -251,7 +267,37 @@ private:
   std::vector<Row> rows_;
 };
 
+template <typename Owner, typename OwnerOf> bool OwnerIndex::fillInOrder(Row rows, OwnerOf &ownerOf) {
+  std::uint64_t lastGroup = kNoGroup;
+  std::size_t lastPlace = 0;
+  for (Row row = 0; row < rows; ++row) {
+    Owner owner;
+    if (!ownerOf(row, owner)) {
+      continue;
+    }
+    const std::uint64_t group = std::uint64_t(owner) >> kGroupShift;
+    if (group != lastGroup) {
+      lastGroup = group;
+      lastPlace = groupFor(group);
+    }
+    Slot &slot = groups_[lastPlace].slots[std::size_t(owner) & (kGroupSlots - 1)];
+    if (slot.size == 0) {
+      slot.begin = rows_.size();
+    } else if (slot.begin + slot.size != rows_.size()) {
+      return false;
+    }
+    rows_.push_back(row);
+    ++slot.size;
+    ++slot.room;
+  }
+  return true;
+}
+
 template <typename Owner, typename OwnerOf> void OwnerIndex::fill(Row rows, OwnerOf ownerOf) {
+  if (fillInOrder<Owner>(rows, ownerOf)) {
+    return;
+  }
+  clear();
   constexpr std::size_t kNoSlot = ~std::size_t(0);
   std::vector<std::size_t> slots(rows, kNoSlot); // of each row: its place in the groups, one after the other
   std::uint64_t lastGroup = kNoGroup;

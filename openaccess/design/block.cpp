@@ -52,7 +52,8 @@ public:
   }
 
 private:
-  static oaObject *prepareAndFind(ShapeTable &shapes, Row row, Row &position, Row &hint) {
+  // Out of line, so that a step needs no stack.
+  [[gnu::noinline]] static oaObject *prepareAndFind(ShapeTable &shapes, Row row, Row &position, Row &hint) {
     oaObject *found = findNextShape(shapes, row, position);
     if (found != nullptr) {
       const Row begin = position + 1;

@@ -4,6 +4,7 @@
 #include "oa/oaBox.h"
 #include "table.h"
 
+#include <unordered_map>
 #include <vector>
 
 namespace OpenAccess_4 {
@@ -31,8 +32,11 @@ struct ConnectivityState {
   bool isRefBoxKnown = false;
   oaBox refBox;
   std::vector<oaBox> masterBoxes;
+  // Header -> DesignDatabase::boxGeneration() when its master was last looked for, for the sake of its box.
+  std::unordered_map<Row, std::uint64_t> triedToBindAt;
 
   void clear() {
+    triedToBindAt.clear();
     instHeadersByKey.clear();
     subHeadersOfInstHeader.clear();
     instTermsByName.clear();

@@ -3,6 +3,7 @@
 #include "collection.h"
 #include "connectivity.h"
 #include "designaccess.h"
+#include "designlife.h"
 #include "diskname.h"
 #include "library.h"
 #include "oa/oaBlock.h"
@@ -53,10 +54,14 @@ void oaDesign::close() { DesignDatabase::release(designOf(this)); }
 
 void oaDesign::purge() { DesignDatabase::purge(designOf(this)); }
 
-void oaDesign::save() { designOf(this).save(); }
+void oaDesign::save() {
+  const PinnedDesign pinned(designOf(this));
+  pinned.design().save();
+}
 
 void oaDesign::reopen(oaChar mode) {
   DesignDatabase &design = designOf(this);
+  const PinnedDesign pinned(design);
   if (mode == 's') {
     raiseDesign(oacCannotSetModeToScratch, design.label() + ": mode 's' cannot be asked for");
   }
@@ -66,7 +71,10 @@ void oaDesign::reopen(oaChar mode) {
   design.reopen(mode);
 }
 
-void oaDesign::revert() { designOf(this).revert(); }
+void oaDesign::revert() {
+  const PinnedDesign pinned(designOf(this));
+  pinned.design().revert();
+}
 
 void oaDesign::getLibName(oaScalarName &libName) const { nameFromDisk(designOf(this).libName(), libName); }
 void oaDesign::getCellName(oaScalarName &cellName) const { nameFromDisk(designOf(this).cellName(), cellName); }
@@ -126,19 +134,19 @@ void oaDesign::enableTimeStamps(oaBoolean) { designOf(this); }
 void oaDesign::openHier() { openHier(oacNullIndex); }
 
 void oaDesign::openHier(oaUInt4 numLevels) {
-  std::vector<DesignDatabase *> level = {&designOf(this)};
-  std::unordered_set<const DesignDatabase *> seen = {level.front()};
+  std::vector<PinnedDesign> level = {PinnedDesign(designOf(this))};
+  std::unordered_set<const DesignDatabase *> seen = {&level.front().design()};
   for (oaUInt4 depth = 0; depth < numLevels && !level.empty(); ++depth) {
-    std::vector<DesignDatabase *> below;
-    for (DesignDatabase *design : level) {
-      bindMasters(*design);
-      for (DesignDatabase *master : design->masters()) {
+    std::vector<PinnedDesign> below;
+    for (const PinnedDesign &design : level) {
+      bindMasters(design.design());
+      for (DesignDatabase *master : design.design().masters()) {
         if (seen.insert(master).second) {
-          below.push_back(master);
+          below.emplace_back(*master);
         }
       }
     }
-    level = std::move(below);
+    level.swap(below);
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include "connectivity.h"
 #include "designaccess.h"
+#include "designlife.h"
 #include "figureindexes.h"
 #include "library.h"
 #include "oa/oaDesign.h"
@@ -39,11 +40,37 @@ DesignDatabase::DesignDatabase(DatabasePlace place, std::string cell, std::strin
 
 DesignDatabase::~DesignDatabase() {
   ++boxGeneration_;
+  letGo();
+}
+
+void DesignDatabase::letGo() {
   forgetMasters();
   subMasterIsGoing(*this);
-  if (heldTech_ != nullptr && heldTech_->isValid()) {
-    heldTech_->close();
+  oaTech *tech = heldTech_;
+  heldTech_ = nullptr;
+  if (tech != nullptr && tech->isValid()) {
+    tech->close();
   }
+}
+
+int ForeignCode::running_ = 0;
+
+namespace {
+
+std::vector<std::unique_ptr<DesignDatabase>> &goneDesigns() {
+  static auto &designs = *new std::vector<std::unique_ptr<DesignDatabase>>;
+  return designs;
+}
+
+} // namespace
+
+void DesignDatabase::forgetGone() {
+  auto &gone = goneDesigns();
+  if (gone.empty() || ForeignCode::isRunning()) {
+    return;
+  }
+  gone.erase(std::remove_if(gone.begin(), gone.end(), [](const auto &design) { return design->pins_ == 0; }),
+             gone.end());
 }
 
 const OpenErrorIds &DesignDatabase::errorIds() {
@@ -69,9 +96,19 @@ OpenRegistry<DesignDatabase> &DesignDatabase::registry() {
 oaDesign *DesignDatabase::design() { return static_cast<oaDesign *>(self()); }
 
 void DesignDatabase::purge(DesignDatabase &design) {
+  if (design.isGone_) {
+    return;
+  }
+  design.isGone_ = true;
   masterIsGoing(design);
   superMasterIsGoing(design);
-  registry().remove(design);
+  design.letGo();
+  // Off the list last: masters that go meanwhile still have to find it there.
+  std::unique_ptr<DesignDatabase> going = registry().take(design);
+  if (going != nullptr && (design.pins_ != 0 || ForeignCode::isRunning())) {
+    design.killHandles();
+    goneDesigns().push_back(std::move(going));
+  }
 }
 
 void DesignDatabase::release(DesignDatabase &design) {
@@ -81,12 +118,16 @@ void DesignDatabase::release(DesignDatabase &design) {
 }
 
 void DesignDatabase::forgetMasters() {
-  // Emptied first: a master that goes tells its users so.
-  const std::vector<DesignDatabase *> forgotten = masters();
-  boundMasters.clear();
-  boundVias.clear();
-  for (DesignDatabase *master : forgotten) {
-    release(*master);
+  // One by one, and off the list first: a master that goes may take others along, and tells its users so.
+  while (!boundMasters.empty()) {
+    DesignDatabase &master = *boundMasters.begin()->second;
+    boundMasters.erase(boundMasters.begin());
+    release(master);
+  }
+  while (!boundVias.empty()) {
+    DesignDatabase &master = *boundVias.begin()->second.master;
+    boundVias.erase(boundVias.begin());
+    release(master);
   }
 }
 
@@ -220,6 +261,25 @@ void DesignDatabase::rowIsGoing(Table &table, Row row) {
   connectivityRowIsGoing(*this, table, row);
 }
 
+namespace {
+
+// A hierarchy in files may be deeper than the stack: what lies below so many levels is left out.
+class BoxDepth {
+public:
+  BoxDepth() { ++depth_; }
+  ~BoxDepth() { --depth_; }
+  BoxDepth(const BoxDepth &) = delete;
+  BoxDepth &operator=(const BoxDepth &) = delete;
+  bool isTooDeep() const { return depth_ > kMostLevels; }
+
+private:
+  static constexpr int kMostLevels = 2000;
+  static int depth_;
+};
+int BoxDepth::depth_ = 0;
+
+} // namespace
+
 const oaBox &DesignDatabase::blockBox() {
   // Masters of vias anywhere below follow their definitions.
   if (techChanges_ != TechDatabase::changes()) {
@@ -230,12 +290,16 @@ const oaBox &DesignDatabase::blockBox() {
   if ((blockBoxGeneration_ == boxGeneration_ && areViasCurrent) || isFindingBlockBox_) {
     return blockBox_;
   }
+  const PinnedDesign pinned(*this);
+  const BoxDepth depth;
   isFindingBlockBox_ = true;
   try {
     dropOrphanedDisplays(*this);
     blockBox_ = shapeBox();
     mergeDisplayBoxes(*this, blockBox_);
-    mergeRefBoxes(*this, blockBox_);
+    if (!depth.isTooDeep()) {
+      mergeRefBoxes(*this, blockBox_);
+    }
   } catch (...) {
     isFindingBlockBox_ = false;
     throw;

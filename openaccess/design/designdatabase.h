@@ -38,6 +38,12 @@ public:
   static OpenRegistry<DesignDatabase> &registry();
   // Out of memory, whatever the count is: headers of other designs that are bound to it become unbound first.
   static void purge(DesignDatabase &design);
+  // It was purged, and is there only because somebody is still working on it; see designlife.h.
+  bool isGone() const { return isGone_; }
+  void pin() { ++pins_; }
+  void unpin() { --pins_; }
+  // Gives the memory of designs back that nobody can be working on any more.
+  static void forgetGone();
 
   oaDesign *design();
   const std::string &libName() const { return place().libraryName; }
@@ -178,6 +184,7 @@ public:
   }
   // By something outside of the design.
   static void boxMayChange() { ++boxGeneration_; }
+  static std::uint64_t boxGeneration() { return boxGeneration_; }
 
 protected:
   void rowIsGoing(Table &table, Row row) override;
@@ -188,6 +195,11 @@ protected:
   void beforeSave() override;
 
 private:
+  // Everything that it holds of others.
+  void letGo();
+
+  bool isGone_ = false;
+  unsigned pins_ = 0;
   std::string cell_, view_;
   oaTech *heldTech_ = nullptr; // opened by this design
   std::uint32_t serialNumber_;
@@ -212,7 +224,7 @@ private:
 
   // Grows with every change by which the box of any open design may change, since boxes of masters are parts of others.
   static std::uint64_t boxGeneration_;
-  static std::uint64_t techChanges_; // of technologies, when the counter above last grew because of one
+  static std::uint64_t techChanges_;     // of technologies, when the counter above last grew because of one
   std::uint64_t blockBoxGeneration_ = 0; // 0: unknown
   bool isFindingBlockBox_ = false;       // guards against designs that contain themselves
   oaBox blockBox_;

@@ -3,6 +3,7 @@
 #include "cellviewfiles.h"
 #include "collection.h"
 #include "designaccess.h"
+#include "designlife.h"
 #include "diskname.h"
 #include "filelayer.h"
 #include "filelock.h"
@@ -27,7 +28,8 @@ struct CellViewPlace {
   DatabasePlace place;        // without a file name when there is no primary file
 
   DesignDatabase *openDesign() const {
-    return library == nullptr ? nullptr : DesignDatabase::registry().find(place.key());
+    DesignDatabase *design = library == nullptr ? nullptr : DesignDatabase::registry().find(place.key());
+    return design != nullptr && design->isGone() ? nullptr : design;
   }
   // Row of the view types; kNoRow when there is no primary file.
   Row viewType() const {
@@ -45,7 +47,9 @@ CellViewPlace placeOf(const oaScalarName &libName, const oaScalarName &cellName,
   if (at.library != nullptr) {
     at.place.libraryPath = at.library->fullPath();
     at.place.directory = at.place.libraryPath + "/" + at.cell + "/" + at.view;
-    if (isDirectory(at.place.directory)) {
+    if (const DesignDatabase *open = at.openDesign()) { // nothing to be looked for on disk
+      at.place.fileName = open->place().fileName;
+    } else if (isDirectory(at.place.directory)) {
       at.place.fileName = findPrimaryFile(at.place.directory);
     }
   }
@@ -95,6 +99,7 @@ std::vector<std::string> createFiles(CellViewPlace &at, Row viewType) {
 oaDesign *openDesign(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName,
                      Row wantedType, oaChar mode) {
   requireInitialised();
+  DesignDatabase::forgetGone();
   CellViewPlace at = placeInOpenLibrary(libName, cellName, viewName);
   OpenDatabase::checkMode(mode, DesignDatabase::errorIds(), at.place.label);
   if (wantedType != kNoRow) {
@@ -130,18 +135,6 @@ oaDesign *openDesign(const oaScalarName &libName, const oaScalarName &cellName, 
   return DesignDatabase::registry().add(std::move(design)).design();
 }
 
-// Gives an opening back at the end of its scope.
-class OpenedDesign {
-public:
-  explicit OpenedDesign(DesignDatabase &design) : design_(design) {}
-  ~OpenedDesign() { DesignDatabase::release(design_); }
-  OpenedDesign(const OpenedDesign &) = delete;
-  OpenedDesign &operator=(const OpenedDesign &) = delete;
-
-private:
-  DesignDatabase &design_;
-};
-
 // Open designs by serial number, which stays meaningful when some are closed during the walk.
 class OpenDesignsKind : public CollectionKind {
 public:
@@ -173,7 +166,7 @@ oaDesign *oaDesign::open(const oaScalarName &libName, const oaScalarName &cellNa
   oaDesign *design = openDesign(libName, cellName, viewName, kNoRow, 'r');
   DesignDatabase &stored = designOf(design);
   if (kit::isSuperMaster(stored)) {
-    const OpenedDesign super(stored);
+    const KeptDesign super(stored, KeptDesign::Reference::takenOver);
     return openSubMaster(stored, params);
   }
   if (params.getNumElements() != 0) {
@@ -240,6 +233,7 @@ oaUInt4 oaDesign::getRevNumber() { return oacAPIMinorRevNumber; }
 
 void oaDesign::saveAs(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName) {
   DesignDatabase &design = designOf(this);
+  const PinnedDesign pinned(design);
   if (design.isScratch()) {
     raiseDesign(oacSaveScratchModeDesign, design.label() + ": lives in memory only and cannot be saved");
   }

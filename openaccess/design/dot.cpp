@@ -34,7 +34,13 @@ oaDot *oaDot::create(oaBlock *block, oaLayerNum layerNum, oaPurposeNum purposeNu
   return shapeAt<oaDot>(design, addShape(design, layerNum, purposeNum, oacDotType, dotBox(dot), payload));
 }
 
-void oaDot::getLocation(oaPoint &point) const { point = DotRow(this).dot.location; }
+void oaDot::getLocation(oaPoint &point) const {
+  const DotTable::Dot *ready = readyPayload<DotTable::Dot>(
+      this, oacDotType,
+      [](const DesignDatabase &design) -> const LongColumn<DotTable::Dot> & { return design.dots.dots; });
+  point = OA_LIKELY(ready != nullptr) ? ready->location : DotRow(this).dot.location;
+}
+
 oaDist oaDot::getWidth() const { return DotRow(this).dot.widthDbu; }
 oaDist oaDot::getHeight() const { return DotRow(this).dot.heightDbu; }
 

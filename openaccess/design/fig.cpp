@@ -136,11 +136,45 @@ oaFig *oaFig::copy(const oaTransform &xform, oaDesign *design) const {
 
 oaBoolean oaConnFig::hasNet() const { return getNet() != nullptr; }
 
-oaNet *oaConnFig::getNet() const {
-  Table &table = liveTable(this);
+namespace {
+
+// The object in a column of the shapes, which a walk over a schematic asks of every wire or port. NULL when it takes
+// more to find, or there is none.
+template <typename Object, typename Objects>
+inline Object *readyOwner(const oaObject *shape, Column<Row> ShapeTable::*column, Objects DesignDatabase::*objects) {
+  const Table *table = tableOf(shape);
+  if (OA_UNLIKELY(table == nullptr || table->id() != kShapeTable)) {
+    return nullptr;
+  }
+  const Row *owner = (static_cast<const ShapeTable *>(table)->*column).ready(rowOf(shape));
+  if (OA_UNLIKELY(owner == nullptr)) {
+    return nullptr;
+  }
+  Objects &owners = designOf(*table).*objects;
+  const std::uint8_t *kind = owners.kind.ready(*owner);
+  return OA_LIKELY(kind != nullptr && *kind != 0) ? static_cast<Object *>(owners.readyHandle(*owner, *kind)) : nullptr;
+}
+
+// Out of line, so that the usual way needs no stack.
+[[gnu::noinline]] oaNet *findNet(const oaConnFig *figure) {
+  Table &table = liveTable(figure);
   DesignDatabase &design = designOf(table);
-  const Row net = netOfFigure(design, table, rowOf(this));
+  const Row net = netOfFigure(design, table, rowOf(figure));
   return net == kNoRow ? nullptr : static_cast<oaNet *>(design.nets.handle(checkedRow(design.nets, net, "a figure")));
+}
+
+[[gnu::noinline]] oaPin *findPin(const oaPinFig *figure) {
+  Table &table = liveTable(figure);
+  DesignDatabase &design = designOf(table);
+  const Row pin = pinOfFigure(design, table, rowOf(figure));
+  return pin == kNoRow ? nullptr : static_cast<oaPin *>(design.pins.handle(checkedRow(design.pins, pin, "a figure")));
+}
+
+} // namespace
+
+oaNet *oaConnFig::getNet() const {
+  oaNet *ready = readyOwner<oaNet>(this, &ShapeTable::net, &DesignDatabase::nets);
+  return OA_LIKELY(ready != nullptr) ? ready : findNet(this);
 }
 
 void oaConnFig::addToNet(oaNet *net) {
@@ -177,10 +211,8 @@ void oaConnFig::removeFromNet() {
 oaBoolean oaPinFig::hasPin() const { return getPin() != nullptr; }
 
 oaPin *oaPinFig::getPin() const {
-  Table &table = liveTable(this);
-  DesignDatabase &design = designOf(table);
-  const Row pin = pinOfFigure(design, table, rowOf(this));
-  return pin == kNoRow ? nullptr : static_cast<oaPin *>(design.pins.handle(checkedRow(design.pins, pin, "a figure")));
+  oaPin *ready = readyOwner<oaPin>(this, &ShapeTable::pin, &DesignDatabase::pins);
+  return OA_LIKELY(ready != nullptr) ? ready : findPin(this);
 }
 
 void oaPinFig::addToPin(oaPin *pin) {

@@ -1,8 +1,10 @@
 #include "oa/oaInst.h"
 
 #include "connections.h"
+#include "designlife.h"
 #include "instaccess.h"
 #include "instheaders.h"
+#include "oa/oaException.h"
 #include "supermaster.h"
 
 #include <typeinfo>
@@ -46,6 +48,21 @@ void changeMaster(const DesignRow &at, const NewInst &wanted) {
     }
   });
   instsChanged(at.design);
+}
+
+// The properties that are parameters of the new master; it is looked into when it can be.
+oaParamArray paramsOfNewMaster(oaInst *inst, const oaScalarName &lib, const oaScalarName &cell,
+                               const oaScalarName &view) {
+  oaParamArray params;
+  try {
+    oaDesign *master = oaDesign::open(lib, cell, view, 'r');
+    const KeptDesign kept(designOf(master), KeptDesign::Reference::takenOver);
+    if (master->isSuperMaster()) {
+      params = paramsFromProps(inst, designOf(master));
+    }
+  } catch (const oaException &) { // NOLINT(bugprone-empty-catch): the master need not exist
+  }
+  return params;
 }
 
 class InstsOfBlock final : public WholeTableKind {
@@ -161,6 +178,9 @@ void oaInst::setMaster(const oaDesign *master) {
   const oaNativeNS ns;
   setMaster(oaScalarName(ns, wanted.lib.c_str()), oaScalarName(ns, wanted.cell.c_str()),
             oaScalarName(ns, wanted.view.c_str()));
+  if (wanted.params.getNumElements() != 0) {
+    setParams(wanted.params);
+  }
 }
 
 void oaInst::setMaster(const oaScalarName &libName, const oaScalarName &cellName, const oaScalarName &viewName) {
@@ -171,9 +191,8 @@ void oaInst::setMaster(const oaScalarName &libName, const oaScalarName &cellName
   NewInst wanted = newInst(libName, cellName, viewName, oaTransform(), oacInheritFromTopBlock, oacNonePlacementStatus);
   // Parameters that the new master does not know are kept as properties, and come back from there.
   paramsBecomeProps(this, params);
-  const oaDesign *master = oaDesign::find(libName, cellName, viewName);
-  if (master != nullptr && master->isSuperMaster()) {
-    wanted.params = paramsFromProps(this, designOf(master));
+  if (hasProp()) {
+    wanted.params = paramsOfNewMaster(this, libName, cellName, viewName);
   }
   changeMaster(at, wanted);
 }

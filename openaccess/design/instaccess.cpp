@@ -8,7 +8,7 @@ namespace kit {
 
 NewInst newInst(const oaScalarName &lib, const oaScalarName &cell, const oaScalarName &view, const oaTransform &xform,
                 oaBlockDomainVisibility visibility, oaPlacementStatus status) {
-  return {nativeText(lib), nativeText(cell), nativeText(view), oaParamArray(), xform, visibility, status};
+  return {nativeText(lib), nativeText(cell), nativeText(view), oaParamArray(), false, xform, visibility, status};
 }
 
 NewInst newInst(DesignDatabase &design, const oaDesign *master, const oaTransform &xform,
@@ -21,13 +21,23 @@ NewInst newInst(DesignDatabase &design, const oaDesign *master, const oaTransfor
   master->getLibName(lib);
   master->getCellName(cell);
   master->getViewName(view);
-  return newInst(lib, cell, view, xform, visibility, status);
+  NewInst inst = newInst(lib, cell, view, xform, visibility, status);
+  inst.bindsMaster = true;
+  if (master->isSubMaster()) {
+    master->getParams(inst.params, false);
+  }
+  return inst;
 }
 
-NewInst withParams(const DesignDatabase &design, const NewInst &inst, const oaParamArray *params) {
+NewInst withParams(DesignDatabase &design, const NewInst &inst, const oaParamArray *params) {
   NewInst parametric = inst;
-  parametric.params.setNumElements(0);
   if (params == nullptr || params->getNumElements() == 0) {
+    return parametric;
+  }
+  const Row header = findInstHeader(design, inst.lib, inst.cell, inst.view);
+  const auto bound = design.boundMasters.find(header);
+  if (bound != design.boundMasters.end() && isSuperMaster(*bound->second)) {
+    parametric.params = fittingParams(*bound->second, *params);
     return parametric;
   }
   const oaNativeNS ns;
@@ -66,6 +76,14 @@ void placeInst(DesignDatabase &design, const NewInst &inst, Row header, Row row)
   }
 }
 
+// The master that an instance was made by stays open as long as the design. Nothing is evaluated for that: of a
+// parametric master the super master is bound.
+void bindNew(DesignDatabase &design, const NewInst &inst, Row header) {
+  if (inst.bindsMaster) {
+    (void)bindMaster(design, isSubInstHeader(design, header) ? design.instHeaders.super[header] : header);
+  }
+}
+
 } // namespace
 
 Row addInst(DesignDatabase &design, oaTypeEnum kind, const NewInst &inst, std::string name,
@@ -82,6 +100,7 @@ Row addInst(DesignDatabase &design, oaTypeEnum kind, const NewInst &inst, std::s
   placeInst(design, inst, header, row);
   byName.add(MultiBit::scalarKey(name), row);
   instsChanged(design);
+  bindNew(design, inst, header);
   return row;
 }
 
@@ -91,6 +110,7 @@ void placeInsts(DesignDatabase &design, const NewInst &inst, const std::vector<R
     placeInst(design, inst, header, row);
   }
   instsChanged(design);
+  bindNew(design, inst, header);
 }
 
 void rename(const oaInst *inst, const oaScalarName &name) {

@@ -17,19 +17,20 @@ namespace kit {
 struct NewInst {
   std::string lib, cell, view; // native names of the master
   oaParamArray params;         // see withParams()
+  bool bindsMaster = false;    // made by the master itself, not by its names
   oaTransform placement;
   oaBlockDomainVisibility visibility = oacInheritFromTopBlock;
   oaPlacementStatus status = oacNonePlacementStatus;
 };
 NewInst newInst(const oaScalarName &lib, const oaScalarName &cell, const oaScalarName &view, const oaTransform &xform,
                 oaBlockDomainVisibility visibility, oaPlacementStatus status);
-// Raises oacCannotCreateRecursiveDesign.
+// By the master itself: of a sub master, with its parameters. Raises oacCannotCreateRecursiveDesign.
 NewInst newInst(DesignDatabase &design, const oaDesign *master, const oaTransform &xform,
                 oaBlockDomainVisibility visibility, oaPlacementStatus status);
 
 // The same with parameters, which the super master, opened for that, has to know. Raises oacPcellMasterNotBound,
 // oacParamsSuppliedForNonPCellInstMaster, oacNotExistInDefaultParam, oacInvalidDataTypeForParam.
-NewInst withParams(const DesignDatabase &design, const NewInst &inst, const oaParamArray *params);
+NewInst withParams(DesignDatabase &design, const NewInst &inst, const oaParamArray *params);
 // The text of a name for a new scalar or array instance; raises when it cannot be one or is in use.
 std::string checkedInstName(DesignDatabase &design, const oaScalarName &name);
 // A new scalar or array instance. An empty name stands for an automatic one.

@@ -1,5 +1,6 @@
 #include "oa/oaInstHeader.h"
 
+#include "designlife.h"
 #include "instaccess.h"
 #include "instheaders.h"
 #include "references.h"
@@ -25,9 +26,15 @@ oaDesign *openMaster(DesignDatabase &design, Row header) {
   getStoredName(strings, headers.lib[header], lib);
   getStoredName(strings, headers.cell[header], cell);
   getStoredName(strings, headers.view[header], view);
-  if (!isSubInstHeader(design, header)) {
-    return oaDesign::open(lib, cell, view, 'r');
+  oaDesign *master = oaDesign::open(lib, cell, view, 'r');
+  if (!master->isSuperMaster()) {
+    becomePlainHeader(design, header);
+    return master;
   }
+  if (!isSubInstHeader(design, header)) {
+    return master;
+  }
+  const KeptDesign kept(designOf(master), KeptDesign::Reference::takenOver);
   oaParamArray params;
   getInstHeaderParams(design, header, params);
   return oaDesign::open(lib, cell, view, params);
@@ -40,6 +47,7 @@ oaDesign *bindMaster(DesignDatabase &design, Row header) {
   if (bound != design.boundMasters.end()) {
     return bound->second->design();
   }
+  const PinnedDesign pinned(design);
   oaDesign *master = nullptr;
   try {
     master = openMaster(design, header);
@@ -48,27 +56,51 @@ oaDesign *bindMaster(DesignDatabase &design, Row header) {
     return nullptr;
   }
   DesignDatabase &masterDesign = designOf(master);
-  if (reachesThroughMasters(masterDesign, design)) {
-    master->close();
-    return nullptr;
+  // The evaluator may have closed the design, taken the instances away, or bound the header itself.
+  // It may also have gone because the master is ordinary now; the plain header is to be bound then.
+  const bool isWanted =
+      !design.isGone() && design.instHeaders.isAlive(header) && !reachesThroughMasters(masterDesign, design);
+  if (!isWanted || !design.boundMasters.emplace(header, &masterDesign).second) {
+    DesignDatabase::release(masterDesign);
+    return isWanted ? design.boundMasters[header]->design() : nullptr;
   }
-  design.boundMasters.emplace(header, &masterDesign);
+  if (isSubInstHeader(design, header) && masterDesign.blockRow() != kNoRow) {
+    design.instHeaders.masterBox.set(header, masterBoxOf(design, header));
+  }
   if (isSuperMaster(masterDesign) && !isSuperInstHeader(design, header)) {
     becomeSuperHeader(design, header);
   }
   return master;
 }
 
-oaBox masterBoxOf(DesignDatabase &design, Row header) {
+namespace {
+
+const DesignDatabase *boundMaster(const DesignDatabase &design, Row header) {
   const auto bound = design.boundMasters.find(header);
-  const oaBlock *block = bound == design.boundMasters.end() ? nullptr : bound->second->design()->getTopBlock();
-  if (block == nullptr) { // a sub master without its evaluator has none, but had one once
+  return bound == design.boundMasters.end() ? nullptr : bound->second;
+}
+
+// A header that knows no box is bound for its sake. One that cannot be is not tried again before something has changed.
+void bindForBox(DesignDatabase &design, Row header) {
+  std::uint64_t &triedAt = design.connectivity.triedToBindAt[header];
+  if (triedAt != DesignDatabase::boxGeneration()) {
+    (void)bindMaster(design, header);
+    triedAt = DesignDatabase::boxGeneration();
+  }
+}
+
+} // namespace
+
+oaBox masterBoxOf(DesignDatabase &design, Row header) {
+  const PinnedDesign pinned(design);
+  if (boundMaster(design, header) == nullptr && design.instHeaders.masterBox[header].isInverted()) {
+    bindForBox(design, header);
+  }
+  const DesignDatabase *master = boundMaster(design, header);
+  if (master == nullptr || master->blockRow() == kNoRow) { // a sub master without its evaluator had a block once
     return design.instHeaders.masterBox[header];
   }
-  oaBox box;
-  box.init();
-  block->getBBox(box);
-  return box;
+  return design.boundMasters[header]->blockBox();
 }
 
 bool reachesThroughMasters(const DesignDatabase &design, const DesignDatabase &wanted) {
@@ -79,7 +111,11 @@ bool reachesThroughMasters(const DesignDatabase &design, const DesignDatabase &w
     if (found[next] == &wanted) {
       return true;
     }
-    for (const DesignDatabase *master : found[next]->masters()) {
+    std::vector<DesignDatabase *> masters = found[next]->masters();
+    if (found[next]->subState != nullptr && found[next]->subState->super != nullptr) {
+      masters.push_back(found[next]->subState->super);
+    }
+    for (const DesignDatabase *master : masters) {
       if (seen.insert(master).second) {
         found.push_back(master);
       }

@@ -79,32 +79,35 @@ bool isOpenSuperMaster(const std::string &lib, const std::string &cell, const st
   return master != nullptr && master->isSuperMaster();
 }
 
+// With the super headers above it that have no other sub header. A damaged file may have any number of those.
 void destroyHeader(DesignDatabase &design, Row header) {
-  headersByKey(design).remove(keyOf(design, header), header);
-  const auto bound = design.boundMasters.find(header);
-  if (bound != design.boundMasters.end()) {
-    DesignDatabase &master = *bound->second;
-    design.boundMasters.erase(bound);
-    DesignDatabase::release(master);
-  }
   InstHeaderTable &headers = design.instHeaders;
-  const Row super = headers.super[header];
-  design.destroyRow(headers, header);
-  if (super == kNoRow) {
-    return;
-  }
-  design.noteAbandonedRows();
-  if (design.connectivity.subHeadersOfInstHeader.isBuilt()) {
-    design.connectivity.subHeadersOfInstHeader.remove(super, header);
-  }
-  if (!headers.isAlive(super) || !isSuperInstHeader(design, super)) { // a damaged file
-    return;
-  }
-  const std::uint32_t subs = headers.insts[super];
-  if (subs > 1) {
-    headers.insts.set(super, subs - 1);
-  } else {
-    destroyHeader(design, super);
+  for (;;) {
+    headersByKey(design).remove(keyOf(design, header), header);
+    const auto bound = design.boundMasters.find(header);
+    if (bound != design.boundMasters.end()) {
+      DesignDatabase &master = *bound->second;
+      design.boundMasters.erase(bound);
+      DesignDatabase::release(master);
+    }
+    const Row super = headers.super[header];
+    design.destroyRow(headers, header);
+    if (super == kNoRow) {
+      return;
+    }
+    design.noteAbandonedRows();
+    if (design.connectivity.subHeadersOfInstHeader.isBuilt()) {
+      design.connectivity.subHeadersOfInstHeader.remove(super, header);
+    }
+    if (!headers.isAlive(super) || !isSuperInstHeader(design, super)) { // a damaged file
+      return;
+    }
+    const std::uint32_t subs = headers.insts[super];
+    if (subs > 1) {
+      headers.insts.set(super, subs - 1);
+      return;
+    }
+    header = super;
   }
 }
 
@@ -176,6 +179,34 @@ void becomeSuperHeader(DesignDatabase &design, Row header) {
     design.insts.header.set(inst, sub);
     Table::dropAside(design.insts.handle(inst));
   }
+  design.instsOfHeader.clear();
+  design.connectivity.isRefBoxKnown = false;
+  design.boxMayChange();
+}
+
+void becomePlainHeader(DesignDatabase &design, Row header) {
+  InstHeaderTable &headers = design.instHeaders;
+  const Row super = isSubInstHeader(design, header) ? headers.super[header] : header;
+  if (!headers.isAlive(super) || !isSuperInstHeader(design, super)) {
+    return;
+  }
+  headers.isSuper.set(super, 0);
+  std::uint32_t count = 0;
+  for (const Row sub : subHeadersOfInstHeader(design).rows(super).copy()) {
+    oaParamArray params;
+    getInstHeaderParams(design, sub, params);
+    for (const Row inst : instsOfHeader(design).rows(sub).copy()) {
+      oaObject *handle = design.insts.handle(inst);
+      design.insts.header.set(inst, super);
+      Table::dropAside(handle);
+      ++count;
+      if (!isImplicitInst(design, inst)) {
+        paramsBecomeProps(handle, params);
+      }
+    }
+    destroyHeader(design, sub);
+  }
+  headers.insts.set(super, count);
   design.instsOfHeader.clear();
   design.connectivity.isRefBoxKnown = false;
   design.boxMayChange();

@@ -34,6 +34,9 @@ void getInstHeaderParams(const DesignDatabase &design, Row header, oaParamArray 
 // A plain header is found to be of a parametric master: its instances go under a sub header without parameters. Does
 // nothing to other headers.
 void becomeSuperHeader(DesignDatabase &design, Row header);
+// The master of a super header, or of the one above a sub header, is found to be ordinary: the sub headers go, and
+// their parameters become properties of the instances.
+void becomePlainHeader(DesignDatabase &design, Row header);
 OwnerIndex &subHeadersOfInstHeader(DesignDatabase &design);
 
 } // namespace kit

@@ -4,6 +4,8 @@
 #include "instaccess.h"
 #include "instheaders.h"
 
+#include <algorithm>
+
 namespace OpenAccess_4 {
 
 using namespace kit;
@@ -142,12 +144,53 @@ bool passesFilter(const CollectionQuestion &question, Row row) {
          ((question.flags & oacInstTermIterSingleBit) == 0 || connections.hasOneBit(row));
 }
 
-class InstTermsOfInst : public MembersKind {
+class InstTermsOfInst final : public MembersKind {
 public:
   InstTermsOfInst() : MembersKind(instTermsOfInst, kInstTermTable) {}
 
+  // `hint` is how many of the instance come behind the one returned last. They nearly always lie side by side, so most
+  // steps need no search.
+  oaObject *next(const CollectionQuestion &question, Row &position, Row &hint) const override {
+    if (position == kNoRow) {
+      return search(question, position, hint);
+    }
+    InstTermTable &instTerms = designOf(*question.table).instTerms;
+    Row row = position;
+    for (Row left = hint; left != 0; --left) {
+      ++row;
+      const Row *inst = instTerms.inst.ready(row);
+      const std::uint8_t *kind = instTerms.kind.ready(row);
+      if (OA_UNLIKELY(inst == nullptr || *inst != question.owner || kind == nullptr || *kind == 0)) {
+        return search(question, position, hint);
+      }
+      if (passesFilter(question, row)) {
+        position = row;
+        hint = left - 1;
+        return instTerms.handle(row, *kind);
+      }
+    }
+    hint = 0;
+    return nullptr;
+  }
+
 protected:
   bool accepts(const CollectionQuestion &question, Row row) const override { return passesFilter(question, row); }
+
+private:
+  oaObject *search(const CollectionQuestion &question, Row &position, Row &left) const {
+    const RowSpan rows = members(question);
+    const Row *found = std::lower_bound(rows.begin(), rows.end(), position + 1); // kNoRow + 1 is 0
+    while (found != rows.end() && !passesFilter(question, *found)) {
+      ++found;
+    }
+    if (found == rows.end()) {
+      left = 0;
+      return nullptr;
+    }
+    position = *found;
+    left = static_cast<Row>(rows.end() - found - 1);
+    return memberTable(question).handle(position);
+  }
 };
 
 class InstTermsOfBlock : public WholeTableKind {

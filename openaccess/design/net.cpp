@@ -35,6 +35,25 @@ bool isGlobalRow(DesignDatabase &design, Row net) {
 }
 
 class NetsOfBlock : public WholeTableKind {
+public:
+  oaObject *next(const CollectionQuestion &question, Row &position, Row &hint) const override {
+    if ((question.flags & oacNetIterBundle) == 0) {
+      return WholeTableKind::next(question, position, hint);
+    }
+    // Clients ask whether there is any bundle at all, so those that are none should cost next to nothing.
+    const Column<std::uint8_t> &kinds = designOf(*question.table).nets.kind;
+    const Row end = std::min(kinds.size(), question.table->rowCount());
+    const std::uint8_t *first = kinds.span(0, end);
+    for (Row row = position + 1; row < end; ++row) { // kNoRow + 1 is 0
+      row = static_cast<Row>(std::find(first + row, first + end, std::uint8_t(oacBundleNetType)) - first);
+      if (row < end && accepts(question, row)) {
+        position = row;
+        return question.table->handle(row, oacBundleNetType);
+      }
+    }
+    return nullptr;
+  }
+
 protected:
   bool isFiltered(const CollectionQuestion &) const override { return true; }
   bool accepts(const CollectionQuestion &question, Row row) const override {
@@ -394,6 +413,12 @@ oaCollection<oaNet, oaBlock> oaBlock::getNets(oaUInt4 filterFlags) const {
                ", which must hold exactly one of all, single-bit and bundle");
   }
   return CollectionAccess::make<oaCollection<oaNet, oaBlock>>(kind, &design.nets, 0, filterFlags);
+}
+
+oaBoolean oaBlock::hasConnectivity() const {
+  const DesignDatabase &design = designOfBlock(this);
+  return design.nets.nextAlive(kNoRow) != kNoRow || design.terms.nextAlive(kNoRow) != kNoRow ||
+         design.instTerms.nextAlive(kNoRow) != kNoRow;
 }
 
 oaBoolean oaBlock::hasMultiBitNet() const {

@@ -26,25 +26,16 @@ PcellObservers &PcellObservers::instance() {
   return observers;
 }
 
-void PcellObservers::add(oaPcellObserver *observer) {
-  const auto place = std::find_if(observers_.begin(), observers_.end(), [observer](const oaPcellObserver *other) {
-    return other->getPriority() < observer->getPriority();
-  });
-  observers_.insert(place, observer);
-}
-
-void PcellObservers::remove(oaPcellObserver *observer) {
-  observers_.erase(std::remove(observers_.begin(), observers_.end(), observer), observers_.end());
-}
-
-bool PcellObservers::isThere(const oaPcellObserver *observer) const {
-  return std::find(observers_.begin(), observers_.end(), observer) != observers_.end();
-}
-
 void PcellObservers::tellError(oaDesign *design, const std::string &message, oaPcellErrorTypeEnum type) {
   const oaString text(message.c_str());
   tell([&](oaPcellObserver &observer) { observer.onError(design, text, type); });
 }
+
+namespace {
+
+std::string orUnknown(const char *text) { return text == nullptr ? "an error without a message" : text; }
+
+} // namespace
 
 std::string textOfException() {
   try {
@@ -52,11 +43,11 @@ std::string textOfException() {
   } catch (const oaException &exception) {
     return std::string(exception.getMsg());
   } catch (const IException &exception) {
-    return exception.getMsg() == nullptr ? std::string("an error without a message") : exception.getMsg();
+    return orUnknown(exception.getMsg());
   } catch (const std::exception &exception) {
-    return exception.what();
+    return orUnknown(exception.what());
   } catch (const char *text) {
-    return text;
+    return orUnknown(text);
   } catch (...) {
     return "an exception of a type that is not known here";
   }
@@ -110,9 +101,9 @@ std::vector<std::string> plugInDirectories() {
 
 using CreatePcell = IPcell *(*)(const char *name);
 
-// NULL after telling the observers why. The shared object is never closed again: evaluators live as long as the
+// NULL after adding the reason to `faults`. The shared object is never closed again: evaluators live as long as the
 // process.
-IPcell *loadEvaluator(const std::string &path, const std::string &name) {
+IPcell *loadEvaluator(const std::string &path, const std::string &name, std::string &faults) {
   IPcell *evaluator = nullptr;
   std::string fault;
   void *library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
@@ -135,20 +126,20 @@ IPcell *loadEvaluator(const std::string &path, const std::string &name) {
     fault = "exports no function oaCreatePcell";
   }
   if (evaluator == nullptr) {
-    PcellObservers::instance().tellError(nullptr, "evaluator \"" + name + "\": " + path + ": " + fault,
-                                         oacPcellPlugInError);
+    faults += (faults.empty() ? "" : "; ") + path + ": " + fault;
   }
   return evaluator;
 }
 
-IPcell *evaluatorFromPlugIns(const std::string &name) {
+// `faults` says what is wrong with shared objects of that name.
+IPcell *evaluatorFromPlugIns(const std::string &name, std::string &faults) {
   if (!canBeFile(name)) {
     return nullptr;
   }
   for (const std::string &directory : plugInDirectories()) {
     const std::string path = directory + "/" + name + ".so";
     if (fileSizeBytes(path) != 0) {
-      if (IPcell *evaluator = loadEvaluator(path, name)) {
+      if (IPcell *evaluator = loadEvaluator(path, name, faults)) {
         return evaluator;
       }
     }
@@ -249,19 +240,31 @@ void IPcell::onRead(oaDesign *, const oaByte *data, oaUInt4 numBytes, oaPcellDef
   pcellDef->setData(std::move(texts));
 }
 
-oaPcellLink *oaPcellLink::find(const oaString &name) {
-  const std::string wanted = textOf(name);
+namespace {
+
+oaPcellLink *findLink(const std::string &wanted, std::string &faults) {
   const auto found = links().find(wanted);
   if (found != links().end()) {
     return found->second;
   }
-  IPcell *evaluator = evaluatorFromPlugIns(wanted);
+  IPcell *evaluator = evaluatorFromPlugIns(wanted, faults);
   if (evaluator == nullptr) {
     return nullptr;
   }
   // The shared object may have linked it itself.
   const auto linked = links().find(wanted);
-  return linked != links().end() ? linked->second : create(evaluator);
+  return linked != links().end() ? linked->second : oaPcellLink::create(evaluator);
+}
+
+} // namespace
+
+oaPcellLink *oaPcellLink::find(const oaString &name) {
+  std::string faults;
+  oaPcellLink *link = findLink(textOf(name), faults);
+  if (!faults.empty()) {
+    PcellObservers::instance().tellError(nullptr, "evaluator \"" + textOf(name) + "\": " + faults, oacPcellPlugInError);
+  }
+  return link;
 }
 
 oaPcellLink *oaPcellLink::create(IPcell *pcellIn) {
@@ -278,12 +281,13 @@ oaPcellLink *oaPcellLink::create(IPcell *pcellIn) {
 }
 
 oaPcellDef *oaPcellLink::getPcellDef(const oaString &name) {
-  const oaPcellLink *link = find(name);
+  std::string faults;
+  const oaPcellLink *link = findLink(textOf(name), faults);
   oaPcellDef *def = link == nullptr ? nullptr : link->getIPcell()->getPcellDef();
   if (def == nullptr) {
-    raiseDesign(oacPcellEvaluatorNotFound, "there is no evaluator \"" + textOf(name) +
-                                               "\": none is linked, and no plug-in directory has " + textOf(name) +
-                                               ".so with one");
+    raiseDesign(oacPcellEvaluatorNotFound,
+                "there is no evaluator \"" + textOf(name) + "\": none is linked, and " +
+                    (faults.empty() ? "no plug-in directory has " + textOf(name) + ".so with one" : faults));
   }
   return def;
 }
@@ -291,8 +295,8 @@ oaPcellDef *oaPcellLink::getPcellDef(const oaString &name) {
 void oaPcellLink::destroy() {
   for (auto entry = links().begin(); entry != links().end(); ++entry) {
     if (entry->second == this) {
+      links().erase(entry); // first: nothing is to be bound to it again
       evaluatorIsGoing(pcell_);
-      links().erase(entry);
       delete this;
       return;
     }

@@ -3,39 +3,30 @@
 
 // Calls into evaluators, and the observers that are told of them.
 
+#include "designlife.h"
 #include "oa/oaPcell.h"
+#include "observerlist.h"
 
 #include <string>
-#include <vector>
 
 namespace OpenAccess_4 {
 namespace kit {
 
-// All observers, in the order in which they are told.
-class PcellObservers {
+class PcellObservers : public ObserverList<oaPcellObserver> {
 public:
   static PcellObservers &instance();
 
-  void add(oaPcellObserver *observer);
-  void remove(oaPcellObserver *observer);
-  // Calls a member function of each enabled observer, which may come and go meanwhile. What they throw is dropped:
-  // nobody could be told.
+  // Calls a member function of each enabled observer. What they throw is dropped: nobody could be told.
   template <typename Call> void tell(Call call) {
-    const std::vector<oaPcellObserver *> now = observers_;
-    for (oaPcellObserver *observer : now) {
-      if (isThere(observer) && observer->isEnabled()) {
-        try {
-          call(*observer);
-        } catch (...) { // NOLINT(bugprone-empty-catch): see above
-        }
+    const ForeignCode running;
+    ObserverList::tell([&](oaPcellObserver &observer) {
+      try {
+        call(observer);
+      } catch (...) { // NOLINT(bugprone-empty-catch): see above
       }
-    }
+    });
   }
   void tellError(oaDesign *design, const std::string &message, oaPcellErrorTypeEnum type);
-
-private:
-  bool isThere(const oaPcellObserver *observer) const;
-  std::vector<oaPcellObserver *> observers_;
 };
 
 // What the exception that is being handled says. Only to be called in a handler.
@@ -46,6 +37,7 @@ template <typename Call>
 bool callEvaluator(oaDesign *design, oaPcellErrorTypeEnum type, const std::string &what, Call call) {
   std::string message;
   try {
+    const ForeignCode running;
     call();
     return true;
   } catch (...) {

@@ -31,6 +31,13 @@ void checkLine(const DesignDatabase &design, const oaPointArray &points) {
   }
 }
 
+// What a walk asks of every polygon and line takes this way; NULL: see readyPayload.
+inline const PoolSpan *readySpan(const oaShape *object, oaTypeEnum kind) {
+  return readyPayload<PoolSpan>(object, kind, [](const DesignDatabase &design) -> const LongColumn<PoolSpan> & {
+    return design.outlines.points;
+  });
+}
+
 PoolSpan spanOf(const ShapeRow &at) { return at.design.outlines.points[at.payload]; }
 
 oaUInt4 countPoints(const ShapeRow &at) {
@@ -57,10 +64,7 @@ oaPolygon *oaPolygon::create(oaBlock *block, oaLayerNum layerNum, oaPurposeNum p
 oaUInt4 oaPolygon::getNumPoints() const { return countPoints(shapeRow(this, oacPolygonType, outlinesOf)); }
 
 void oaPolygon::getPoints(oaPointArray &points) const {
-  const PoolSpan *ready =
-      readyPayload<PoolSpan>(this, oacPolygonType, [](const DesignDatabase &design) -> const LongColumn<PoolSpan> & {
-        return design.outlines.points;
-      });
+  const PoolSpan *ready = readySpan(this, oacPolygonType);
   if (OA_LIKELY(ready != nullptr)) {
     kit::getPoints(designOf(*tableOf(this)), *ready, points);
     return;
@@ -105,6 +109,11 @@ oaLine *oaLine::create(oaBlock *block, oaLayerNum layerNum, oaPurposeNum purpose
 oaUInt4 oaLine::getNumPoints() const { return countPoints(shapeRow(this, oacLineType, outlinesOf)); }
 
 void oaLine::getPoints(oaPointArray &points) const {
+  const PoolSpan *ready = readySpan(this, oacLineType);
+  if (OA_LIKELY(ready != nullptr)) {
+    kit::getPoints(designOf(*tableOf(this)), *ready, points);
+    return;
+  }
   const ShapeRow at = shapeRow(this, oacLineType, outlinesOf);
   kit::getPoints(at.design, spanOf(at), points);
 }

@@ -1,5 +1,6 @@
 #include "references.h"
 
+#include "designlife.h"
 #include "instaccess.h"
 #include "instheaders.h"
 #include "viareferences.h"
@@ -69,7 +70,10 @@ oaBox refBox(DesignDatabase &design, const Table &table, Row row) {
     return viaBox(design, row);
   }
   const Row header = design.instHeaders.checkRow(design.insts.header[row], "an instance");
-  return placed(design, row, masterBoxOf(design, header));
+  const oaBox masterBox = masterBoxOf(design, header);
+  // Binding may show that the master is parametric; the instance then lies under another header.
+  const Row now = design.insts.header[row];
+  return placed(design, row, now == header ? masterBox : masterBoxOf(design, now));
 }
 
 void moveRef(DesignDatabase &design, Table &table, Row row, const oaTransform &xform) {
@@ -164,7 +168,9 @@ void mergeRefBoxes(DesignDatabase &design, oaBox &box) {
   std::vector<oaBox> masterBoxes(design.instHeaders.rowCount());
   for (Row header = design.instHeaders.nextAlive(kNoRow); header != kNoRow;
        header = design.instHeaders.nextAlive(header)) {
-    masterBoxes[header] = masterBoxOf(design, header);
+    const oaBox masterBox = masterBoxOf(design, header);
+    masterBoxes.resize(std::max<std::size_t>(masterBoxes.size(), header + 1)); // binding may add headers
+    masterBoxes[header] = masterBox;
   }
   if (!state.isRefBoxKnown || state.masterBoxes != masterBoxes) {
     state.refBox.init();
@@ -185,7 +191,8 @@ void mergeRefBoxes(DesignDatabase &design, oaBox &box) {
 }
 
 void bindMasters(DesignDatabase &design) {
-  for (Row header = design.instHeaders.nextAlive(kNoRow); header != kNoRow;
+  const PinnedDesign pinned(design);
+  for (Row header = design.instHeaders.nextAlive(kNoRow); header != kNoRow && !design.isGone();
        header = design.instHeaders.nextAlive(header)) {
     (void)bindMaster(design, header);
   }

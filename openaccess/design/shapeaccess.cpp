@@ -44,7 +44,10 @@ PoolSpan addPoints(DesignDatabase &design, const oaPointArray &points) {
   return {begin, count};
 }
 
-void getPoints(const DesignDatabase &design, const PoolSpan &span, oaPointArray &points) {
+namespace {
+
+// Out of line, so that the usual way needs no stack.
+[[gnu::noinline]] void findPoints(const DesignDatabase &design, const PoolSpan &span, oaPointArray &points) {
   const Row stored = design.points.points.size();
   if (OA_UNLIKELY(span.begin > stored || span.count > stored - span.begin)) {
     design.points.checkSpan(span.begin, span.count, "a shape");
@@ -53,6 +56,22 @@ void getPoints(const DesignDatabase &design, const PoolSpan &span, oaPointArray 
   if (span.count != 0) {
     std::memcpy(static_cast<void *>(&points[0]), design.points.points.span(span.begin, span.count),
                 std::size_t(span.count) * sizeof(oaPoint));
+  }
+}
+
+} // namespace
+
+void getPoints(const DesignDatabase &design, const PoolSpan &span, oaPointArray &points) {
+  const Column<oaPoint> &column = design.points.points;
+  const oaPoint *first = column.ready(span.begin);
+  const Row last = span.begin + (span.count - 1);
+  // Both ends at hand means that the points lie in segments that are verified.
+  if (OA_LIKELY(first != nullptr && span.count != 0 && span.count <= kSegmentRows && last >= span.begin &&
+                column.ready(last) != nullptr && span.count <= points.getSize())) {
+    points.setNumElements(span.count);
+    std::memcpy(static_cast<void *>(&points[0]), first, std::size_t(span.count) * sizeof(oaPoint));
+  } else {
+    findPoints(design, span, points);
   }
 }
 

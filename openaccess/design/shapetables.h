@@ -175,7 +175,7 @@ public:
     std::uint32_t heightDbu;
   };
   explicit DotTable(Database &database);
-  Column<Dot> dots{*this, 1, "dots"};
+  LongColumn<Dot> dots{*this, 1, "dots"};
 };
 
 // What texts and text displays have in common.
@@ -192,8 +192,8 @@ enum TextFlag : std::uint8_t { kTextOverbar = 1, kTextVisible = 2, kTextDrafting
 class TextTable : public Table { // texts and evaluated texts
 public:
   explicit TextTable(Database &database);
-  Column<TextStyle> style{*this, 1, "style"};
-  Column<Row> text{*this, 2, "text", kNoRow};
+  LongColumn<TextStyle> style{*this, 1, "style"};
+  LongColumn<Row> text{*this, 2, "text", kNoRow};
   Column<Row> evaluator{*this, 3, "evaluator", kNoRow}; // name of an evaluated text's link
 };
 

@@ -2,6 +2,7 @@
 
 #include "collection.h"
 #include "designaccess.h"
+#include "designlife.h"
 #include "instaccess.h"
 #include "oa/oaDesign.h"
 #include "oa/oaException.h"
@@ -9,6 +10,7 @@
 #include "pcellevents.h"
 #include "references.h"
 #include "storedparams.h"
+#include "viaaccess.h"
 
 #include <algorithm>
 #include <iterator>
@@ -20,9 +22,41 @@ namespace kit {
 
 namespace {
 
-// Evaluations within evaluations: a cell that places itself with ever other parameters must come to an end.
+// Evaluations within evaluations: a cell that places itself with ever other parameters must come to an end, however
+// many of them it places.
 constexpr int kMaxNestedEvaluations = 64;
-int nestedEvaluations = 0;
+constexpr int kMaxEvaluationsAtOnce = 10000;
+
+// One evaluation under way.
+class Evaluation {
+public:
+  Evaluation() {
+    if (nested_++ == 0) {
+      atOnce_ = 0;
+    }
+    ++atOnce_;
+  }
+  ~Evaluation() { --nested_; }
+  Evaluation(const Evaluation &) = delete;
+  Evaluation &operator=(const Evaluation &) = delete;
+  // Empty as long as there may be more.
+  static std::string whyNoMore() {
+    if (nested_ >= kMaxNestedEvaluations) {
+      return std::to_string(nested_) + " evaluations are under way already, each for the sake of the next";
+    }
+    return nested_ != 0 && atOnce_ >= kMaxEvaluationsAtOnce
+               ? std::to_string(atOnce_) + " evaluations were needed already for the sake of one"
+               : std::string();
+  }
+
+private:
+  static int nested_, atOnce_;
+};
+int Evaluation::nested_ = 0;
+int Evaluation::atOnce_ = 0;
+
+// An evaluator that says that it stores more is wrong.
+constexpr oaUInt4 kMostDataBytes = 256U << 20;
 
 Row superMasterRow(const DesignDatabase &design) {
   return checkedRow(design.superMasters, design.attributes.superMaster[0], "a super master");
@@ -45,92 +79,71 @@ std::string nameOf(const oaParam &param) {
   return std::string(name);
 }
 
-bool isOpen(const DesignDatabase *design) {
-  const auto &all = DesignDatabase::registry().all();
-  return std::any_of(all.begin(), all.end(), [&](const auto &open) { return open.get() == design; });
-}
+using Definition = std::shared_ptr<oaPcellDef>;
 
-// A design stays open while something of others runs that may close it.
-class KeepOpen {
-public:
-  explicit KeepOpen(DesignDatabase &design) : design_(&design) { design.addReference(); }
-  ~KeepOpen() {
-    if (isOpen(design_)) {
-      DesignDatabase::release(*design_);
-    }
-  }
-  KeepOpen(const KeepOpen &) = delete;
-  KeepOpen &operator=(const KeepOpen &) = delete;
-  bool isStillOpen() const { return isOpen(design_); }
-
-private:
-  DesignDatabase *design_;
-};
-
-void unbind(DesignDatabase &super, std::unique_ptr<oaPcellDef> def) {
+void unbindDefinition(DesignDatabase &super, const Definition &def) {
   if (def != nullptr) {
-    callEvaluator(super.design(), oacPcellUnbindError, super.label() + ": the evaluator's onUnbind failed",
-                  [&] { def->getIPcell()->onUnbind(super.design(), def.get()); });
+    oaDesign *design = super.design();
+    callEvaluator(design, oacPcellUnbindError, super.label() + ": the evaluator's onUnbind failed",
+                  [&] { def->getIPcell()->onUnbind(design, def.get()); });
   }
 }
 
-void bind(DesignDatabase &super, oaPcellDef *def) {
-  callEvaluator(super.design(), oacPcellBindError, super.label() + ": the evaluator's onBind failed",
-                [&] { def->getIPcell()->onBind(super.design(), def); });
+void bindDefinition(DesignDatabase &super, const Definition &def) {
+  oaDesign *design = super.design();
+  callEvaluator(design, oacPcellBindError, super.label() + ": the evaluator's onBind failed",
+                [&] { def->getIPcell()->onBind(design, def.get()); });
 }
 
-// Whether the sub master is drawn; its contents are what the evaluator left when it failed.
-bool callOnEval(DesignDatabase &sub, oaPcellDef *def) {
+// Whether the sub master is drawn; its contents are what the evaluator left when it failed. The caller has it pinned.
+bool callOnEval(const DesignDatabase &sub, oaDesign *design, const Definition &def) {
   PcellObservers &observers = PcellObservers::instance();
-  oaDesign *design = sub.design();
-  if (nestedEvaluations >= kMaxNestedEvaluations) {
-    observers.tellError(design,
-                        sub.label() + ": " + std::to_string(kMaxNestedEvaluations) +
-                            " evaluations are under way already, each for the sake of the next",
-                        oacPcellEvalError);
+  const std::string label = sub.label();
+  const std::string whyNot = Evaluation::whyNoMore();
+  if (!whyNot.empty()) {
+    observers.tellError(design, label + ": " + whyNot, oacPcellEvalError);
     return false;
   }
-  ++nestedEvaluations;
-  observers.tell([&](oaPcellObserver &observer) { observer.onPreEval(design, def); });
-  const bool isDrawn = callEvaluator(design, oacPcellEvalError, sub.label() + ": cannot be evaluated",
-                                     [&] { def->getIPcell()->onEval(design, def); });
-  --nestedEvaluations;
-  if (isDrawn && isOpen(&sub)) {
-    observers.tell([&](oaPcellObserver &observer) { observer.onPostEval(design, def); });
+  const Evaluation underWay;
+  observers.tell([&](oaPcellObserver &observer) { observer.onPreEval(design, def.get()); });
+  if (sub.isGone()) {
+    return false;
+  }
+  const bool isDrawn = callEvaluator(design, oacPcellEvalError, label + ": cannot be evaluated",
+                                     [&] { def->getIPcell()->onEval(design, def.get()); });
+  if (isDrawn && !sub.isGone()) {
+    observers.tell([&](oaPcellObserver &observer) { observer.onPostEval(design, def.get()); });
   }
   return isDrawn;
 }
 
-// Fills an empty sub master. Nothing raises: what fails is told to the observers and leaves the design empty.
+// Fills an empty sub master, which the caller has pinned. Nothing raises: what fails is told to the observers and
+// leaves the design empty.
 void evaluate(DesignDatabase &sub) {
-  DesignDatabase &super = *sub.subState->super;
-  const KeepOpen superIsKept(super);
-  const KeepOpen subIsKept(sub);
-  oaPcellDef *def = findPcellDef(super, sub.design());
-  if (def != nullptr && !callOnEval(sub, def) && subIsKept.isStillOpen()) {
+  const KeptDesign superIsKept(*sub.subState->super);
+  const KeptDesign subIsKept(sub);
+  oaDesign *design = sub.design();
+  const Definition def = findPcellDef(*sub.subState->super, design);
+  if (sub.isGone()) {
+    return;
+  }
+  if (def != nullptr && !callOnEval(sub, design, def) && !sub.isGone()) {
     sub.revert(); // half of a drawing would look like a whole one
   }
-  if (subIsKept.isStillOpen()) {
+  if (!sub.isGone()) {
     sub.setModified(false);
   }
 }
 
-std::vector<DesignDatabase *> subMastersOf(const DesignDatabase &super) {
-  std::vector<DesignDatabase *> subs;
-  if (super.superState != nullptr) {
-    for (const auto &entry : super.superState->subMasters) {
-      subs.push_back(entry.second);
-    }
-  }
-  std::sort(subs.begin(), subs.end(),
-            [](const DesignDatabase *a, const DesignDatabase *b) { return a->serialNumber() < b->serialNumber(); });
-  return subs;
+void forgetSubMaster(DesignDatabase &super, const DesignDatabase &sub) {
+  super.superState->subMasters.erase(sub.subState->key);
+  super.superState->subMastersInOrder.erase(sub.serialNumber());
 }
 
 // The super master is still there, the sub master is not. Gives the reference back that the sub master held, unless it
 // is the last: whoever calls goes on using the super master.
 void purgeSubMaster(DesignDatabase &super, DesignDatabase &sub) {
-  super.superState->subMasters.erase(sub.subState->key);
+  forgetSubMaster(super, sub);
   sub.subState->super = nullptr;
   DesignDatabase::purge(sub);
   if (super.refCount() > 1) {
@@ -151,10 +164,12 @@ DesignDatabase &addSubMaster(DesignDatabase &super, const oaParamArray &given, c
   sub->openScratch();
   super.addReference();
   stateOf(super).subMasters[key] = sub.get();
+  stateOf(super).subMastersInOrder[sub->serialNumber()] = sub.get();
   return DesignDatabase::registry().add(std::move(sub));
 }
 
-// Headers that were bound to an ordinary design sort their instances by parameters when they are bound again.
+// Headers that were bound to an ordinary design sort their instances by parameters when they are bound again, and vias
+// get the default variant.
 void unbindPlainHeaders(DesignDatabase &master) {
   for (const auto &user : DesignDatabase::registry().all()) {
     for (auto entry = user->boundMasters.begin(); entry != user->boundMasters.end();) {
@@ -164,35 +179,42 @@ void unbindPlainHeaders(DesignDatabase &master) {
         master.releaseReference();
       }
     }
+    for (auto entry = user->boundVias.begin(); entry != user->boundVias.end();) {
+      const bool isPlain = entry->second.master == &master && !isSuperHeader(*user, entry->first);
+      entry = isPlain ? user->boundVias.erase(entry) : std::next(entry);
+      if (isPlain) {
+        master.releaseReference();
+      }
+    }
   }
 }
 
-// After a change of the super master: sub masters with parameters that it does not have any more go, the others are
-// drawn anew.
+// After a change of the super master, which the caller has pinned: sub masters with parameters that it does not have
+// any more go, the others are drawn anew.
 void evaluateSubMasters(DesignDatabase &super) {
-  const KeepOpen superIsKept(super);
+  const KeptDesign superIsKept(super);
   std::vector<std::string> keys;
-  for (const DesignDatabase *sub : subMastersOf(super)) {
+  for (const auto &[serial, sub] : stateOf(super).subMastersInOrder) {
     keys.push_back(sub->subState->key);
   }
   for (const std::string &key : keys) {
-    if (!superIsKept.isStillOpen()) {
+    if (super.isGone() || super.superState == nullptr) {
       return;
     }
     const auto found = super.superState->subMasters.find(key);
     if (found == super.superState->subMasters.end()) { // another's evaluation closed it
       continue;
     }
-    DesignDatabase *sub = found->second;
+    DesignDatabase &sub = *found->second;
+    const PinnedDesign pinned(sub);
     try {
-      oaParamArray given = fittingParams(super, sub->subState->given);
-      sub->subState->given = given;
+      sub.subState->given = fittingParams(super, sub.subState->given);
     } catch (const oaException &) {
-      purgeSubMaster(super, *sub);
+      purgeSubMaster(super, sub);
       continue;
     }
-    sub->revert();
-    evaluate(*sub);
+    sub.revert();
+    evaluate(sub);
   }
   DesignDatabase::boxMayChange();
 }
@@ -340,101 +362,138 @@ oaParamArray fittingParams(const oaScalarName &lib, const oaScalarName &cell, co
 }
 
 oaDesign *openSubMaster(DesignDatabase &super, const oaParamArray &given) {
+  const std::string label = super.label();
   const oaParamArray fitting = fittingParams(super, given);
   const std::string key = paramKey(fitting);
-  std::map<std::string, DesignDatabase *> &known = stateOf(super).subMasters;
+  if (stateOf(super).isGoing) {
+    raiseDesign(oacInvalidSuperMaster, label + ": is about to go, and makes no sub master any more");
+  }
+  const std::map<std::string, DesignDatabase *> &known = stateOf(super).subMasters;
   const auto found = known.find(key);
   if (found != known.end()) {
     found->second->addReference();
     return found->second->design();
   }
-  const std::string label = super.label();
   DesignDatabase &sub = addSubMaster(super, fitting, key);
+  const PinnedDesign pinned(sub);
   evaluate(sub);
-  if (!isOpen(&sub)) {
-    raiseDesign(oacInvalidSubMaster, label + ": its evaluator closed the design that it was to draw");
+  if (sub.isGone()) {
+    raiseDesign(oacInvalidSubMaster, label + ": the design that its evaluator was to draw was closed meanwhile");
   }
   return sub.design();
 }
 
-oaPcellDef *findPcellDef(DesignDatabase &super, oaDesign *asker) {
-  SuperMasterState &state = stateOf(super);
-  if (state.def != nullptr) {
-    return state.def.get();
+Definition findPcellDef(DesignDatabase &super, oaDesign *asker) {
+  if (stateOf(super).def != nullptr || stateOf(super).isReading || stateOf(super).isGoing) {
+    return stateOf(super).def;
   }
+  const PinnedDesign pinned(super);
+  const std::string label = super.label();
   const std::string name = evaluatorName(super);
-  std::unique_ptr<oaPcellDef> def;
+  const std::string data = super.strings().text(super.superMasters.data[superMasterRow(super)]);
+  oaDesign *design = super.design();
+  Definition def;
+  stateOf(super).isReading = true;
   const bool isFound =
-      callEvaluator(asker, oacPcellPlugInError, super.label() + ": evaluator \"" + name + "\" cannot be used", [&] {
+      callEvaluator(asker, oacPcellPlugInError, label + ": evaluator \"" + name + "\" cannot be used", [&] {
         def.reset(oaPcellLink::getPcellDef(oaString(name.data(), static_cast<oaUInt4>(name.size()))));
       });
-  if (!isFound) {
+  const auto read = [&] {
+    def->getIPcell()->onRead(design, reinterpret_cast<const oaByte *>(data.data()), static_cast<oaUInt4>(data.size()),
+                             def.get());
+  };
+  const bool isRead = isFound && callEvaluator(asker, oacPcellReadError,
+                                               label + ": what evaluator \"" + name + "\" stored cannot be read", read);
+  if (super.isGone() || super.superState == nullptr) {
     return nullptr;
   }
-  const std::string data = super.strings().text(super.superMasters.data[superMasterRow(super)]);
-  const bool isRead = callEvaluator(
-      asker, oacPcellReadError, super.label() + ": what evaluator \"" + name + "\" stored cannot be read", [&] {
-        def->getIPcell()->onRead(super.design(), reinterpret_cast<const oaByte *>(data.data()),
-                                 static_cast<oaUInt4>(data.size()), def.get());
-      });
-  if (!isRead) {
-    return nullptr;
+  super.superState->isReading = false;
+  if (!isRead || super.superState->def != nullptr) { // or somebody defined it anew meanwhile
+    return super.superState->def;
   }
-  state.def = std::move(def);
-  bind(super, state.def.get());
-  return state.def.get();
+  super.superState->def = def;
+  bindDefinition(super, def);
+  return super.isGone() ? nullptr : def;
 }
 
 void storePcellData(DesignDatabase &super) {
   if (super.superState == nullptr || super.superState->def == nullptr) {
     return;
   }
-  oaPcellDef *def = super.superState->def.get();
+  const PinnedDesign pinned(super);
+  const Definition def = super.superState->def;
+  const std::string label = super.label();
+  oaDesign *design = super.design();
   std::string data;
-  const bool isSized = callEvaluator(super.design(), oacPcellCalcDiskSizeError,
-                                     super.label() + ": the evaluator cannot say how much it stores",
-                                     [&] { data.resize(def->getIPcell()->calcDiskSize(def)); });
-  const bool isWritten =
-      isSized && callEvaluator(super.design(), oacPcellWriteError, super.label() + ": the evaluator cannot store", [&] {
-        def->getIPcell()->onWrite(super.design(), reinterpret_cast<oaByte *>(&data[0]),
-                                  static_cast<oaUInt4>(data.size()), def);
+  const bool isSized =
+      callEvaluator(design, oacPcellCalcDiskSizeError, label + ": the evaluator cannot say how much it stores", [&] {
+        const oaUInt4 size = def->getIPcell()->calcDiskSize(def.get());
+        if (size > kMostDataBytes) {
+          raiseBase(oacNotYetSupported, std::to_string(size) + " bytes, at most " + std::to_string(kMostDataBytes) +
+                                            " can be stored with a cell");
+        }
+        data.resize(size);
       });
+  const bool isWritten =
+      isSized && callEvaluator(design, oacPcellWriteError, label + ": the evaluator cannot store", [&] {
+        def->getIPcell()->onWrite(design, reinterpret_cast<oaByte *>(&data[0]), static_cast<oaUInt4>(data.size()),
+                                  def.get());
+      });
+  if (!isWritten || super.isGone() || !isSuperMaster(super)) {
+    return;
+  }
   const Row row = superMasterRow(super);
-  if (isWritten && super.strings().text(super.superMasters.data[row]) != data) {
+  if (super.strings().text(super.superMasters.data[row]) != data) {
     super.superMasters.data.set(row, super.strings().add(data));
     super.noteAbandonedRows();
   }
 }
 
 void superMasterIsGoing(DesignDatabase &design) {
-  if (design.superState == nullptr) {
+  if (design.superState == nullptr || design.superState->isGoing) {
     return;
   }
+  const PinnedDesign pinned(design);
+  design.superState->isGoing = true;
   // Sub masters may hold each other and the super master: each that goes may take others along.
   design.addReference();
   while (!design.superState->subMasters.empty()) {
     purgeSubMaster(design, *design.superState->subMasters.begin()->second);
   }
   design.releaseReference();
-  const std::unique_ptr<SuperMasterState> state = std::move(design.superState);
-  unbind(design, std::move(state->def));
+  const Definition def = std::move(design.superState->def);
+  unbindDefinition(design, def);
+  design.superState.reset();
 }
 
 void subMasterIsGoing(DesignDatabase &design) {
   if (design.subState != nullptr && design.subState->super != nullptr) {
     DesignDatabase &super = *design.subState->super;
+    forgetSubMaster(super, design);
     design.subState->super = nullptr;
-    super.superState->subMasters.erase(design.subState->key);
     DesignDatabase::release(super);
   }
 }
 
 void evaluatorIsGoing(const IPcell *evaluator) {
+  const auto isUsedBy = [evaluator](const DesignDatabase &design) {
+    return design.superState != nullptr && design.superState->def != nullptr &&
+           design.superState->def->getIPcell() == evaluator;
+  };
+  std::vector<PinnedDesign> users; // the list of open designs may change meanwhile
   for (const auto &design : DesignDatabase::registry().all()) {
-    if (design->superState != nullptr && design->superState->def != nullptr &&
-        design->superState->def->getIPcell() == evaluator) {
-      storePcellData(*design);
-      unbind(*design, std::move(design->superState->def));
+    if (isUsedBy(*design)) {
+      users.emplace_back(*design);
+    }
+  }
+  for (const PinnedDesign &user : users) {
+    DesignDatabase &super = user.design();
+    if (!super.isGone() && isUsedBy(super)) {
+      storePcellData(super);
+    }
+    if (!super.isGone() && isUsedBy(super)) {
+      const Definition def = std::move(super.superState->def);
+      unbindDefinition(super, def);
     }
   }
 }
@@ -508,13 +567,17 @@ void checkNames(const DesignDatabase &design, const oaParamArray &params) {
 class SubMastersKind : public CollectionKind {
 public:
   oaObject *next(const CollectionQuestion &question, Row &position, Row &) const override {
-    for (DesignDatabase *sub : subMastersOf(designOf(*question.table))) {
-      if (position == kNoRow || sub->serialNumber() > position) {
-        position = sub->serialNumber();
-        return sub->design();
-      }
+    const DesignDatabase &super = designOf(*question.table);
+    if (super.superState == nullptr) {
+      return nullptr;
     }
-    return nullptr;
+    const auto &subs = super.superState->subMastersInOrder;
+    const auto next = position == kNoRow ? subs.begin() : subs.upper_bound(position);
+    if (next == subs.end()) {
+      return nullptr;
+    }
+    position = next->first;
+    return next->second->design();
   }
 };
 
@@ -572,11 +635,12 @@ oaPcellDef *oaDesign::getPcellDef() const {
   if (design.subState == nullptr && !kit::isSuperMaster(design)) {
     return nullptr;
   }
-  return findPcellDef(parametersOf(design), design.design());
+  return findPcellDef(parametersOf(design), design.design()).get();
 }
 
 void oaDesign::defineSuperMaster(oaPcellDef *def, const oaParamArray &pa) {
   DesignDatabase &design = designOf(this);
+  const PinnedDesign pinned(design);
   requireChangeable(design, "made a super master");
   checkDefinition(design, def);
   checkNames(design, pa);
@@ -588,28 +652,38 @@ void oaDesign::defineSuperMaster(oaPcellDef *def, const oaParamArray &pa) {
   design.noteAbandonedRows();
   design.attributes.superMaster.set(0, row);
   design.touch();
-  SuperMasterState &state = stateOf(design);
-  if (state.def.get() != def) {
-    unbind(design, std::move(state.def));
-    state.def.reset(def);
-    bind(design, def);
+  if (stateOf(design).def.get() != def) {
+    const Definition old = std::move(stateOf(design).def);
+    const Definition own(def);
+    stateOf(design).def = own;
+    unbindDefinition(design, old);
+    if (!design.isGone()) {
+      bindDefinition(design, own);
+    }
   }
-  unbindPlainHeaders(design);
-  evaluateSubMasters(design);
+  if (!design.isGone()) {
+    unbindPlainHeaders(design);
+    evaluateSubMasters(design);
+  }
 }
 
 void oaDesign::evalSuperMaster() {
   DesignDatabase &super = superMasterOf(this);
+  const PinnedDesign pinned(super);
   requireChangeable(super, "evaluated");
   evaluateSubMasters(super);
 }
 
 void oaDesign::undefineSuperMaster() {
   DesignDatabase &super = superMasterOf(this);
+  const PinnedDesign pinned(super);
   requireChangeable(super, "made an ordinary design");
   oaParamArray params;
   getDefaultParams(super, params);
   superMasterIsGoing(super);
+  if (super.isGone()) {
+    return;
+  }
   super.attributes.superMaster.set(0, kNoRow);
   super.noteAbandonedRows();
   super.touch();

@@ -7,6 +7,7 @@
 #include "oa/oaParam.h"
 #include "oa/oaPcell.h"
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -21,8 +22,11 @@ namespace kit {
 class DesignDatabase;
 
 struct SuperMasterState {
-  std::unique_ptr<oaPcellDef> def;                    // NULL until it is sought, and while the evaluator is missing
+  std::shared_ptr<oaPcellDef> def;                    // NULL until it is sought, and while the evaluator is missing
   std::map<std::string, DesignDatabase *> subMasters; // by paramKey()
+  std::map<std::uint32_t, DesignDatabase *> subMastersInOrder; // by serial number
+  bool isReading = false;                                      // the evaluator is taking what it stored
+  bool isGoing = false;                                        // no sub master is made any more
 };
 
 struct SubMasterState {
@@ -45,7 +49,7 @@ oaParamArray fittingParams(const oaScalarName &lib, const oaScalarName &cell, co
 oaDesign *openSubMaster(DesignDatabase &super, const oaParamArray &given);
 // The definition object, sought when there is none: the evaluator is looked for and given what was stored. NULL when
 // that fails, after telling the observers about `asker`, the design that needs it.
-oaPcellDef *findPcellDef(DesignDatabase &super, oaDesign *asker);
+std::shared_ptr<oaPcellDef> findPcellDef(DesignDatabase &super, oaDesign *asker);
 // Brings what the evaluator stores up to date.
 void storePcellData(DesignDatabase &super);
 // Each parameter becomes a property of the same name, unless there is one.

@@ -11,6 +11,17 @@ namespace {
 
 StyledShape textOf(const oaText *text) { return StyledShape(text, StyledShape::Kind::text); }
 
+// What a walk asks of every text takes this way; NULL: see readyPayload, or the attributes are out of range.
+inline const TextStyle *readyStyle(const oaText *object) {
+  const TextStyle *style =
+      readyPayload<TextStyle>(object, oacTextType, [](const DesignDatabase &design) -> const LongColumn<TextStyle> & {
+        return design.texts.style;
+      });
+  const bool isSound = style != nullptr && style->alignment <= oacLowerRightTextAlign && style->orient <= oacMXR90 &&
+                       style->font <= oacMilSpecFont;
+  return OA_LIKELY(isSound) ? style : nullptr;
+}
+
 } // namespace
 
 oaText *oaText::create(oaBlock *block, oaLayerNum layerNum, oaPurposeNum purposeNum, const oaString &text,
@@ -27,13 +38,30 @@ oaText *oaText::create(oaBlock *block, oaLayerNum layerNum, oaPurposeNum purpose
 }
 
 void oaText::getText(oaString &text) const {
+  if (OA_LIKELY(readyStyle(this) != nullptr)) {
+    const Row *stored = readyPayload<Row>(
+        this, oacTextType, [](const DesignDatabase &design) -> const LongColumn<Row> & { return design.texts.text; });
+    if (OA_LIKELY(stored != nullptr)) {
+      designOf(*tableOf(this)).strings().get(*stored, text);
+      return;
+    }
+  }
   const StyledShape at = textOf(this);
   shownText(at.design, at.row, text);
 }
 
-void oaText::getOrigin(oaPoint &origin) const { origin = textOf(this).style.origin; }
+void oaText::getOrigin(oaPoint &origin) const {
+  const TextStyle *ready = readyStyle(this);
+  origin = OA_LIKELY(ready != nullptr) ? ready->origin : textOf(this).style.origin;
+}
+
 oaTextAlign oaText::getAlignment() const { return textOf(this).alignment(); }
-oaOrient oaText::getOrient() const { return textOf(this).orient(); }
+
+oaOrient oaText::getOrient() const {
+  const TextStyle *ready = readyStyle(this);
+  return OA_LIKELY(ready != nullptr) ? static_cast<oaOrientEnum>(ready->orient) : textOf(this).orient();
+}
+
 oaFont oaText::getFont() const { return textOf(this).font(); }
 oaDist oaText::getHeight() const { return textOf(this).style.heightDbu; }
 oaBoolean oaText::hasOverbar() const { return textOf(this).has(kTextOverbar); }

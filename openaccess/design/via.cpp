@@ -110,7 +110,9 @@ void mergeViaBoxes(DesignDatabase &design, oaBox &box) {
   std::vector<oaBox> masterBoxes(headers.rowCount());
   for (Row header = headers.nextAlive(kNoRow); header != kNoRow; header = headers.nextAlive(header)) {
     if (!isSuperHeader(design, header)) {
-      masterBoxes[header] = viaMasterBox(design, header);
+      const oaBox masterBox = viaMasterBox(design, header);
+      masterBoxes.resize(std::max<std::size_t>(masterBoxes.size(), header + 1)); // binding may add headers
+      masterBoxes[header] = masterBox;
     }
   }
   if (!state.isBoxKnown || state.masterBoxes != masterBoxes) {

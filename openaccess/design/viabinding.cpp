@@ -1,5 +1,6 @@
 // What headers of vias are bound to: the definition in the design's technology, and the master that it makes.
 
+#include "designlife.h"
 #include "oa/oaException.h"
 #include "oa/oaNameSpaces.h"
 #include "oa/oaTech.h"
@@ -141,6 +142,7 @@ oaDesign *bindViaMaster(DesignDatabase &design, Row header) {
   if (definition == nullptr) {
     return nullptr;
   }
+  const PinnedDesign pinned(design);
   oaDesign *master = nullptr;
   if (definition->getType() == oacStdViaDefType) {
     master = openStdMaster(design, header, static_cast<oaStdViaDef *>(definition));
@@ -154,6 +156,12 @@ oaDesign *bindViaMaster(DesignDatabase &design, Row header) {
   }
   BoundVia bound;
   bound.master = &designOf(master);
+  // An evaluator may have closed the design or the technology, taken the vias away, or bound the header itself.
+  const bool isWanted = !design.isGone() && design.viaHeaders.isAlive(header) && definition->isValid();
+  if (!isWanted || design.boundVias.count(header) != 0) {
+    DesignDatabase::release(*bound.master);
+    return isWanted ? design.boundVias[header].master->design() : nullptr;
+  }
   noteSource(bound, definition);
   design.boundVias.emplace(header, bound);
   if (master->getTopBlock() != nullptr) { // a sub master without its evaluator has none, but had one once
@@ -201,7 +209,8 @@ bool areViaMastersCurrent(const DesignDatabase &design) {
 }
 
 void bindViaMasters(DesignDatabase &design) {
-  for (Row header = design.viaHeaders.nextAlive(kNoRow); header != kNoRow;
+  const PinnedDesign pinned(design);
+  for (Row header = design.viaHeaders.nextAlive(kNoRow); header != kNoRow && !design.isGone();
        header = design.viaHeaders.nextAlive(header)) {
     if (!isSuperHeader(design, header)) {
       (void)bindViaMaster(design, header);

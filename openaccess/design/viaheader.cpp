@@ -182,25 +182,32 @@ Row customViaHeaderFor(DesignDatabase &design, const CustomViaSource &source) {
 
 namespace {
 
+// With the super headers above it that have no other sub header. A damaged file may have any number of those.
 void destroyHeader(DesignDatabase &design, Row header) {
-  headersByKey(design).remove(keyOf(design, header), header);
-  unbindViaMaster(design, header);
-  const Row super = design.viaHeaders.super[header];
-  design.destroyRow(design.viaHeaders, header);
-  if (super == kNoRow) {
-    return;
-  }
-  if (design.viaState.subHeadersOfHeader.isBuilt()) {
-    design.viaState.subHeadersOfHeader.remove(super, header);
-  }
-  if (!design.viaHeaders.isAlive(super)) { // a damaged file
-    return;
-  }
-  const std::uint32_t users = design.viaHeaders.users[super];
-  if (users > 1) {
-    design.viaHeaders.users.set(super, users - 1);
-  } else if (isSuperHeader(design, super)) {
-    destroyHeader(design, super);
+  ViaHeaderTable &headers = design.viaHeaders;
+  for (;;) {
+    headersByKey(design).remove(keyOf(design, header), header);
+    unbindViaMaster(design, header);
+    const Row super = headers.super[header];
+    design.destroyRow(headers, header);
+    if (super == kNoRow) {
+      return;
+    }
+    if (design.viaState.subHeadersOfHeader.isBuilt()) {
+      design.viaState.subHeadersOfHeader.remove(super, header);
+    }
+    if (!headers.isAlive(super)) { // a damaged file
+      return;
+    }
+    const std::uint32_t users = headers.users[super];
+    if (users > 1) {
+      headers.users.set(super, users - 1);
+      return;
+    }
+    if (!isSuperHeader(design, super)) {
+      return;
+    }
+    header = super;
   }
 }
 

@@ -1,7 +1,5 @@
 #include "libdefobservers.h"
 
-#include <algorithm>
-
 namespace OpenAccess_4 {
 
 namespace kit {
@@ -10,21 +8,6 @@ LibDefObservers &LibDefObservers::instance() {
   // Never destroyed: an observer with static lifetime unregisters late.
   static LibDefObservers &observers = *new LibDefObservers;
   return observers;
-}
-
-void LibDefObservers::add(Observer *observer) {
-  const auto place = std::find_if(observers_.begin(), observers_.end(), [observer](const Observer *other) {
-    return other->getPriority() < observer->getPriority();
-  });
-  observers_.insert(place, observer);
-}
-
-void LibDefObservers::remove(Observer *observer) {
-  observers_.erase(std::remove(observers_.begin(), observers_.end(), observer), observers_.end());
-}
-
-bool LibDefObservers::isThere(const Observer *observer) const {
-  return std::find(observers_.begin(), observers_.end(), observer) != observers_.end();
 }
 
 void LibDefObservers::warn(oaLibDefList *list, const std::string &message, oaLibDefListWarningTypeEnum type) {

@@ -203,7 +203,9 @@ public:
     return *databases_.back();
   }
   // Deletes the database; its handles read as dead from now on.
-  void remove(Db &database) {
+  void remove(Db &database) { take(database); }
+  // Takes it off the list; the caller owns it now. NULL when it is not there.
+  std::unique_ptr<Db> take(Db &database) {
     for (auto at = databases_.begin(); at != databases_.end(); ++at) {
       if (at->get() == &database) {
         const auto found = byKey_.find(database.place().key());
@@ -211,11 +213,12 @@ public:
           byKey_.erase(found);
         }
         // Off the list first: the destructor may come back here for databases that this one kept alive.
-        const std::unique_ptr<Db> going = std::move(*at);
+        std::unique_ptr<Db> going = std::move(*at);
         databases_.erase(at);
-        return;
+        return going;
       }
     }
+    return nullptr;
   }
   const std::vector<std::unique_ptr<Db>> &all() const { return databases_; }
   // The one opened next after that with this serial number (kNoRow: the first), or NULL. Sets `serial` to its number.

@@ -85,27 +85,31 @@ template <class Array, class Element, ParameterKind Self> struct ArrayForms {
   static std::vector<Form> all() {
     const char *className = classOf<Array>().name;
     return {
-        {className, kNew, 1, 0, make},
-        {className, kFrom, 1, 1, makeFrom},
-        {"getNumElements", &kRead, 1, 1, [](Call &call) { call.give(call.value<Array>(0).getNumElements()); }},
-        {"getSize", &kRead, 1, 1,
+        {className, kNew, 1, 0, Effect::none, make},
+        {className, kFrom, 1, 1, Effect::none, makeFrom},
+        {"getNumElements", &kRead, 1, 1, Effect::none,
+         [](Call &call) { call.give(call.value<Array>(0).getNumElements()); }},
+        {"getSize", &kRead, 1, 1, Effect::none,
          [](Call &call) {
            Value *held = readValue(call.argument(0)).value;
            call.give(held != nullptr && held->isObject() ? held->as<Array>().getSize()
                                                          : call.value<Array>(0).getNumElements());
          }},
-        {"get", kReadAt, 2, 2, get},
-        {"getElement", kReadAt, 2, 2, get},
-        {"setNumElements", kResize, 2, 2,
+        {"get", kReadAt, 2, 2, Effect::none, get},
+        {"getElement", kReadAt, 2, 2, Effect::none, get},
+        {"setNumElements", kResize, 2, 2, Effect::none,
          [](Call &call) { call.changed<Array>(0).setNumElements(call.integer<oaUInt4>(1)); }},
-        {"setSize", kResize, 2, 2, [](Call &call) { call.changed<Array>(0).setSize(call.integer<oaUInt4>(1)); }},
-        {"append", kWithElement, 2, 2, [](Call &call) { call.changed<Array>(0).append(elementAt<Element>(call, 1)); }},
-        {"append", kWithArray, 2, 2,
+        {"setSize", kResize, 2, 2, Effect::none,
+         [](Call &call) { call.changed<Array>(0).setSize(call.integer<oaUInt4>(1)); }},
+        {"append", kWithElement, 2, 2, Effect::none,
+         [](Call &call) { call.changed<Array>(0).append(elementAt<Element>(call, 1)); }},
+        {"append", kWithArray, 2, 2, Effect::none,
          [](Call &call) {
            call.changed<Array>(0).append(static_cast<const oaArray<Element> &>(call.value<Array>(1)));
          }},
-        {"remove", kWithElement, 2, 2, [](Call &call) { call.changed<Array>(0).remove(elementAt<Element>(call, 1)); }},
-        {"find", kFind, 2, 2,
+        {"remove", kWithElement, 2, 2, Effect::none,
+         [](Call &call) { call.changed<Array>(0).remove(elementAt<Element>(call, 1)); }},
+        {"find", kFind, 2, 2, Effect::none,
          [](Call &call) {
            const oaArray<Element> &array = call.value<Array>(0);
            call.give(array.find(elementAt<Element>(call, 1)));
@@ -119,7 +123,7 @@ constexpr Parameter kBox[] = {{ParameterKind::held, "box", &classOf<oaBox>()}};
 
 const std::vector<Form> &arrayForms() {
   static const std::vector<Form> &forms = *new std::vector<Form>([] {
-    std::vector<Form> all = {{"PointArray", kBox, 1, 1, [](Call &call) {
+    std::vector<Form> all = {{"PointArray", kBox, 1, 1, Effect::none, [](Call &call) {
                                 call.useDatabaseUnits();
                                 call.giveNew(oaPointArray(call.value<oaBox>(0)));
                               }}};

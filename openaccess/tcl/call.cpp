@@ -282,11 +282,16 @@ oaUInt4 Call::enumNumber(int i) const {
 }
 
 oaCoord Call::coordinate(int i) { return toCoordinate(number(i), dbuPerUU()); }
-oaDist Call::distance(int i) { return toDistance(number(i), dbuPerUU()); }
+oaDist Call::distance(int i) {
+  const oaDist distance = toDistance(number(i), dbuPerUU());
+  if (distance == 0) {
+    refuseVanished(arguments_[i], dbuPerUU());
+  }
+  return distance;
+}
 
 bool Call::isInUnit(const Value &held) {
-  // Objects hold database units; so does a constructor or an object that takes a plain value over.
-  return held.isObject() || !held.cls.hasLengths || held.dbuPerUU == dbuPerUU() || dbuPerUU() == 1;
+  return held.isObject() || !held.cls.hasLengths || held.dbuPerUU == dbuPerUU() || takesDatabaseUnits_;
 }
 
 void Call::readInto(int i, const ClassInfo &cls, void *target) {
@@ -310,10 +315,13 @@ double Call::dbuPerUU() {
   const ReadValue read = readValue(arguments_[0]);
   if (form_.parameters[0].kind == ParameterKind::object && readHandle(arguments_[0]).state == HandleState::alive) {
     dbuPerUU_ = dbuPerUUOf(readHandle(arguments_[0]).object);
-  } else if (read.value != nullptr) {
-    dbuPerUU_ = read.value->isObject() ? 1 : read.value->dbuPerUU;
+  } else if (read.value != nullptr && read.value->isObject()) {
+    useDatabaseUnits();
+  } else if (read.value != nullptr && areWhole(arguments_ + 1, count_ - 1, read.value->dbuPerUU)) {
+    dbuPerUU_ = read.value->dbuPerUU;
   } else if (form_.parameters[0].kind == ParameterKind::value && form_.parameters[0].cls->hasLengths) {
-    dbuPerUU_ = unitOfList(arguments_, count_);
+    dbuPerUU_ = unitOfLists(arguments_, count_);
+    hasUnitOfLists_ = true;
   }
   return dbuPerUU_;
 }
@@ -327,7 +335,8 @@ void Call::addPlain(Value *value) {
   // What scripts take apart most comes as a list at once.
   const bool isSmall = &value->cls == &classOf<oaPoint>() || &value->cls == &classOf<oaVector>() ||
                        &value->cls == &classOf<oaBox>() || &value->cls == &classOf<oaSegment>();
-  if (!isSmall && value->cls.kind != ClassKind::name) {
+  const bool keepsUnit = !value->cls.hasLengths || !hasUnitOfLists_;
+  if (!isSmall && keepsUnit && value->cls.kind != ClassKind::name) {
     add(newPlainValue(value));
     return;
   }

@@ -109,11 +109,14 @@ public:
   // Sets the interpreter's result.
   void finish();
 
-  // The unit of the call: that of the design of the first argument, or of the value there; 1 for objects of utility
-  // classes and when nothing has a unit.
+  // The unit of the call: that of the design of the first argument, or one that suits plain values; 1 for objects of
+  // utility classes and when nothing has a unit.
   double dbuPerUU();
   // Lengths are database units whatever the first argument is: constructors.
-  void useDatabaseUnits() { dbuPerUU_ = 1; }
+  void useDatabaseUnits() {
+    dbuPerUU_ = 1;
+    takesDatabaseUnits_ = true;
+  }
 
 private:
   template <class T, class Source, class... Others> T nameFrom(Value &held) {
@@ -139,6 +142,8 @@ private:
   int count_;
   Tcl_Obj *const *arguments_;
   double dbuPerUU_ = 0;
+  bool takesDatabaseUnits_ = false; // of plain values: what a constructor or an object takes over
+  bool hasUnitOfLists_ = false;     // one that means nothing outside of the call
   bool isList_ = false;
   std::vector<Tcl_Obj *> results_;
   std::vector<std::shared_ptr<void>> kept_;

@@ -64,11 +64,11 @@ constexpr Parameter kOne[] = {kCollection};
 constexpr Parameter kTwo[] = {kCollection, {ParameterKind::object, "object", &classOf<oaObject>()}};
 
 const Form kForms[] = {
-    {"getNext", kOne, 1, 1, [](Call &call) { call.give(call.changed<Collection>(0).next()); }},
-    {"reset", kOne, 1, 1, [](Call &call) { call.changed<Collection>(0).reset(); }},
-    {"getCount", kOne, 1, 1, [](Call &call) { call.give(call.changed<Collection>(0).count()); }},
-    {"isEmpty", kOne, 1, 1, [](Call &call) { call.give(call.changed<Collection>(0).isEmpty()); }},
-    {"includes", kTwo, 2, 2,
+    {"getNext", kOne, 1, 1, Effect::none, [](Call &call) { call.give(call.changed<Collection>(0).next()); }},
+    {"reset", kOne, 1, 1, Effect::none, [](Call &call) { call.changed<Collection>(0).reset(); }},
+    {"getCount", kOne, 1, 1, Effect::none, [](Call &call) { call.give(call.changed<Collection>(0).count()); }},
+    {"isEmpty", kOne, 1, 1, Effect::none, [](Call &call) { call.give(call.changed<Collection>(0).isEmpty()); }},
+    {"includes", kTwo, 2, 2, Effect::none,
      [](Call &call) { call.give(call.changed<Collection>(0).includes(call.object<oaObject>(1))); }},
 };
 

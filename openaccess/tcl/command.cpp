@@ -4,6 +4,7 @@
 #include "classes.h"
 #include "forms.h"
 #include "oa/oaLangException.h"
+#include "plainforms.h"
 #include "scripterror.h"
 #include "session.h"
 
@@ -78,10 +79,13 @@ std::string usage(const Form &form, Detail detail) {
     const Parameter &parameter = form.parameters[i];
     std::string shown = i == 0 && detail == Detail::anyObject ? "object" : parameter.name;
     if (detail == Detail::withTypes) {
-      shown += ":" + describe(parameter);
+      shown.append(":").append(describe(parameter));
     }
-    shown = i < form.required ? shown : "?" + shown + "?";
-    text += shown.find(' ') != std::string::npos ? " {" + shown + "}" : " " + shown;
+    if (i >= form.required) {
+      shown.insert(0, 1, '?').push_back('?');
+    }
+    const bool isList = shown.find(' ') != std::string::npos;
+    text.append(isList ? " {" : " ").append(shown).append(isList ? "}" : "");
   }
   return text;
 }
@@ -226,6 +230,7 @@ void Command::refuse(int count, Tcl_Obj *const *arguments) const {
   // The form that went furthest tells most.
   int furthest = -1;
   std::set<std::string> wanted;
+  std::string fault;
   const char *parameterName = "";
   for (const Form *form : candidates) {
     int place = 0;
@@ -235,10 +240,13 @@ void Command::refuse(int count, Tcl_Obj *const *arguments) const {
     if (place > furthest) {
       furthest = place;
       wanted.clear();
+      fault.clear();
       parameterName = form->parameters[place].name;
     }
     if (place == furthest) {
-      wanted.insert(expected(form->parameters[place]));
+      const Parameter &parameter = form->parameters[place];
+      wanted.insert(expected(parameter));
+      fault = fault.empty() && parameter.cls != nullptr ? faultInParams(*parameter.cls, arguments[place]) : fault;
     }
   }
   std::string list;
@@ -250,7 +258,7 @@ void Command::refuse(int count, Tcl_Obj *const *arguments) const {
     list = "an object with this function";
   }
   throw ScriptError{"oa::" + name_ + ": " + parameterName + ": expected " + list + " but got \"" +
-                        shown(arguments[furthest]) + "\"",
+                        shown(arguments[furthest]) + "\"" + (fault.empty() ? "" : ": " + fault),
                     "OA VALUE"};
 }
 
@@ -301,6 +309,7 @@ const std::vector<Command> &allCommands() {
       }
     }
     std::vector<Command> sorted;
+    sorted.reserve(byName.size());
     for (auto &[name, command] : byName) {
       sorted.push_back(std::move(command));
     }

@@ -19,7 +19,7 @@ namespace tcl {
 namespace {
 
 // The limits are checked this often, so a script may take as much memory more as it gets in that time.
-constexpr int kSliceMs = 20;
+constexpr long kSliceMs = 20;
 constexpr std::size_t kMostMemoryBytes = std::size_t(1) << 30;
 constexpr int kMostCommands = 100000000;
 constexpr char kProcedure[] = "GenCellProc";

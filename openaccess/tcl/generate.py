@@ -402,7 +402,7 @@ def forms_source(group, forms):
             parameters = f"kParameters{number}"
             text.append(f"const Parameter {parameters}[] = {{{', '.join(i.row() for i in form.inputs)}}};")
         rows.append(f'    {{"{form.command}", {parameters}, {len(form.inputs)}, {form.required}, '
-                    f"[](Call &call) {{ static_cast<void>(call); {form.body} }}, Effect::{form.effect}}},")
+                    f"Effect::{form.effect}, [](Call &call) {{ static_cast<void>(call); {form.body} }}}},")
     text += ["", "const Form kForms[] = {"] + rows + ["};", "", "} // namespace", ""]
     text += [f"extern const FormTable k{group.capitalize()}Forms;",
              f"const FormTable k{group.capitalize()}Forms = {{kForms, sizeof kForms / sizeof kForms[0]}};", "",

@@ -56,7 +56,7 @@ extern "C" __attribute__((visibility("default"))) int Oa_Init(Tcl_Interp *interp
   }
   try {
     oaDesignInit();
-    tcl::Session::of(interp).setPcellErrorLogging(true);
+    tcl::Session::of(interp);
   } catch (const oaException &exception) {
     Tcl_SetObjResult(interp, Tcl_NewStringObj(exception.getMsg(), -1));
     return TCL_ERROR;

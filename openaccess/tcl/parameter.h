@@ -61,8 +61,8 @@ struct Form {
   const Parameter *parameters;
   std::uint8_t count;
   std::uint8_t required;
+  Effect effect;
   void (*invoke)(Call &call);
-  Effect effect = Effect::none;
 };
 
 struct FormTable {

@@ -89,20 +89,20 @@ constexpr Parameter kOfDesign[] = {kDesign};
 constexpr Parameter kDefined[] = {kDesign, kDefinition, {ParameterKind::value, "params", &classOf<oaParamArray>()}};
 
 const Form kForms[] = {
-    {"PcellLinkGetPcellDef", kEvaluator, 1, 1,
-     [](Call &call) { giveDefinition(call, PcellDefinition(oaPcellLink::getPcellDef(call.string(0)))); },
-     Effect::outside},
-    {"addData", kNamedValue, 3, 3,
-     [](Call &call) { call.give(definition(call).addData(call.string(1), call.string(2))); }, Effect::outside},
-    {"setDataValue", kNamedValue, 3, 3,
-     [](Call &call) { call.give(definition(call).setDataValue(call.string(1), call.string(2))); }, Effect::outside},
-    {"removeData", kNamed, 2, 2, [](Call &call) { call.give(definition(call).removeData(call.string(1))); },
-     Effect::outside},
-    {"getDataValue", kNamed, 2, 2, getDataValue, Effect::reads},
-    {"getPcellDef", kOfDesign, 1, 1, getPcellDef, Effect::reads},
-    {"defineSuperMaster", kDefined, 3, 3,
-     [](Call &call) { call.changed<PcellDefinition>(1).define(call.object<oaDesign>(0), call.value<oaParamArray>(2)); },
-     Effect::outside},
+    {"PcellLinkGetPcellDef", kEvaluator, 1, 1, Effect::outside,
+     [](Call &call) { giveDefinition(call, PcellDefinition(oaPcellLink::getPcellDef(call.string(0)))); }},
+    {"addData", kNamedValue, 3, 3, Effect::outside,
+     [](Call &call) { call.give(definition(call).addData(call.string(1), call.string(2))); }},
+    {"setDataValue", kNamedValue, 3, 3, Effect::outside,
+     [](Call &call) { call.give(definition(call).setDataValue(call.string(1), call.string(2))); }},
+    {"removeData", kNamed, 2, 2, Effect::outside,
+     [](Call &call) { call.give(definition(call).removeData(call.string(1))); }},
+    {"getDataValue", kNamed, 2, 2, Effect::reads, getDataValue},
+    {"getPcellDef", kOfDesign, 1, 1, Effect::reads, getPcellDef},
+    {"defineSuperMaster", kDefined, 3, 3, Effect::outside,
+     [](Call &call) {
+       call.changed<PcellDefinition>(1).define(call.object<oaDesign>(0), call.value<oaParamArray>(2));
+     }},
 };
 
 } // namespace

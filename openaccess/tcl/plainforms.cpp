@@ -231,8 +231,15 @@ Tcl_Obj *PlainForm<oaPoint>::make(const oaPoint &value, double dbuPerUU) {
   return newCoordinates(value.x(), value.y(), dbuPerUU);
 }
 
+// Vectors are spacings, enclosures and the like.
 bool PlainForm<oaVector>::read(Tcl_Obj *text, double dbuPerUU, oaVector *value) {
-  return readCoordinates(text, dbuPerUU, value ? &value->x() : nullptr, value ? &value->y() : nullptr);
+  if (!readCoordinates(text, dbuPerUU, value ? &value->x() : nullptr, value ? &value->y() : nullptr)) {
+    return false;
+  }
+  if (value != nullptr && value->x() == 0 && value->y() == 0) {
+    refuseVanished(text, dbuPerUU);
+  }
+  return true;
 }
 Tcl_Obj *PlainForm<oaVector>::make(const oaVector &value, double dbuPerUU) {
   return newCoordinates(value.x(), value.y(), dbuPerUU);
@@ -277,32 +284,72 @@ Tcl_Obj *PlainForm<oaTransform>::make(const oaTransform &value, double dbuPerUU)
   return pair(PlainForm<oaPoint>::make(value.offset(), dbuPerUU), newText(value.orient().getName()));
 }
 
-bool PlainForm<oaParam>::read(Tcl_Obj *text, double, oaParam *value) {
-  const List list(text);
-  if (list.count() != 3) {
-    return false;
-  }
-  const std::string typeName = Tcl_GetString(list[1]);
-  for (oaUInt4 type = oacIntParamType; type <= oacTimeParamType; ++type) {
-    const std::string own(oaEnumNamesOf(oaParamTypeEnum()).nameOf(type));
-    if (typeName == own || typeName == own + "Param") { // both are met in scripts
-      oaParam param;
-      param.setName(Tcl_GetString(list[0]));
-      if (!setContent(param, static_cast<oaParamTypeEnum>(type), list[2])) {
-        return false;
-      }
-      if (value != nullptr) {
-        *value = param;
-      }
+namespace {
+
+// "int" for "intParam": what scripts write.
+std::string shortTypeName(oaUInt4 type) {
+  const std::string name(oaEnumNamesOf(oaParamTypeEnum()).nameOf(type));
+  return name.substr(0, name.size() - std::string("Param").size());
+}
+
+bool findParamType(const std::string &word, oaParamTypeEnum &type) {
+  for (oaUInt4 number = oacIntParamType; number <= oacTimeParamType; ++number) {
+    const std::string own = shortTypeName(number);
+    if (word == own || word == own + "Param") { // both are met in scripts
+      type = static_cast<oaParamTypeEnum>(number);
       return true;
     }
   }
   return false;
 }
+
+std::string faultOfParam(Tcl_Obj *text) {
+  const List list(text);
+  oaParamTypeEnum type = oacIntParamType;
+  oaParam param;
+  if (list.count() != 3) {
+    return "";
+  }
+  const std::string name = Tcl_GetString(list[0]), word = Tcl_GetString(list[1]), content = Tcl_GetString(list[2]);
+  if (!findParamType(word, type) || type == oacAppParamType) {
+    return "the type \"" + word + "\" of parameter " + name + " is none of int, float, double, string, boolean, time";
+  }
+  return setContent(param, type, list[2]) ? "" : "\"" + content + "\" of parameter " + name + " is no " + word;
+}
+
+} // namespace
+
+std::string faultInParams(const ClassInfo &cls, Tcl_Obj *text) {
+  if (&cls == &classOf<oaParam>()) {
+    return faultOfParam(text);
+  }
+  std::string fault;
+  if (&cls == &classOf<oaParamArray>()) {
+    const List list(text);
+    for (int i = 0; i < list.count() && fault.empty(); ++i) {
+      fault = faultOfParam(list[i]);
+    }
+  }
+  return fault;
+}
+
+bool PlainForm<oaParam>::read(Tcl_Obj *text, double, oaParam *value) {
+  const List list(text);
+  oaParamTypeEnum type = oacIntParamType;
+  oaParam param;
+  if (list.count() != 3 || !findParamType(Tcl_GetString(list[1]), type) || !setContent(param, type, list[2])) {
+    return false;
+  }
+  if (value != nullptr) {
+    param.setName(Tcl_GetString(list[0]));
+    *value = param;
+  }
+  return true;
+}
 Tcl_Obj *PlainForm<oaParam>::make(const oaParam &value, double) {
   oaString name;
   value.getName(name);
-  Tcl_Obj *const parts[] = {newText(name), newText(value.getType().getName()), contentOf(value)};
+  Tcl_Obj *const parts[] = {newText(name), newText(shortTypeName(value.getType()).c_str()), contentOf(value)};
   return Tcl_NewListObj(3, parts);
 }
 

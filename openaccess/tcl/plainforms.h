@@ -17,6 +17,8 @@
 
 #include "values.h"
 
+#include <string>
+
 namespace OpenAccess_4 {
 namespace tcl {
 
@@ -52,6 +54,10 @@ OATCL_PLAIN_FORM(oaBundleName);
 OATCL_PLAIN_FORM(oaName);
 
 #undef OATCL_PLAIN_FORM
+
+// For a message: which parameter of a text that could be a parameter or a list of those cannot be read, and why. Empty
+// when there is none, and for other classes.
+std::string faultInParams(const ClassInfo &cls, Tcl_Obj *text);
 
 // For ClassInfo.
 template <class T> bool readPlainForm(Tcl_Obj *text, double dbuPerUU, void *value) {

@@ -51,7 +51,7 @@ private:
   const Session &session_;
 };
 
-Session::Session(Tcl_Interp *interp) : interp_(interp) {}
+Session::Session(Tcl_Interp *interp) : interp_(interp) { setPcellErrorLogging(true); }
 Session::~Session() = default;
 
 void Session::setPcellErrorLogging(bool isOn) {
@@ -64,6 +64,7 @@ void Session::setPcellErrorLogging(bool isOn) {
 
 void Session::confineTo(const oaDesign *design) {
   confinedTo_ = design;
+  setPcellErrorLogging(false);
   hiddenObjects_ = lastObjectSerial();
 }
 

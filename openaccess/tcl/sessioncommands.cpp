@@ -75,17 +75,17 @@ constexpr Parameter kFlag[] = {{ParameterKind::boolean, "flag"}};
 constexpr Parameter kNumber[] = {{ParameterKind::integer, "n", nullptr, 0, UINT_MAX}};
 
 const Form kForms[] = {
-    {"LibDefListOpenLibs", kPath, 1, 0, openLibs, Effect::outside},
-    {"help", kCommandName, 1, 0, help},
-    {"getNameSpace", nullptr, 0, 0, getNameSpace},
-    {"pushNameSpace", kNameSpace, 1, 1,
+    {"LibDefListOpenLibs", kPath, 1, 0, Effect::outside, openLibs},
+    {"help", kCommandName, 1, 0, Effect::none, help},
+    {"getNameSpace", nullptr, 0, 0, Effect::none, getNameSpace},
+    {"pushNameSpace", kNameSpace, 1, 1, Effect::none,
      [](Call &call) { Session::current().pushNameSpace(readValue(call.argument(0)).value); }},
-    {"popNameSpace", nullptr, 0, 0, [](Call &) { Session::current().popNameSpace(); }},
-    {"setLibDefListErrorLogging", kFlag, 1, 1,
-     [](Call &call) { Session::current().libDefListErrorLogging = call.boolean(0); }, Effect::outside},
-    {"setPcellErrorLogging", kFlag, 1, 1, [](Call &call) { Session::current().setPcellErrorLogging(call.boolean(0)); },
-     Effect::outside},
-    {"UInt4", kNumber, 1, 1,
+    {"popNameSpace", nullptr, 0, 0, Effect::none, [](Call &) { Session::current().popNameSpace(); }},
+    {"setLibDefListErrorLogging", kFlag, 1, 1, Effect::outside,
+     [](Call &call) { Session::current().libDefListErrorLogging = call.boolean(0); }},
+    {"setPcellErrorLogging", kFlag, 1, 1, Effect::outside,
+     [](Call &call) { Session::current().setPcellErrorLogging(call.boolean(0)); }},
+    {"UInt4", kNumber, 1, 1, Effect::none,
      [](Call &call) { call.add(newObject(new ValueOf<oaUInt4>(kUInt4Class, 1, call.integer<oaUInt4>(0)))); }},
 };
 

@@ -5,8 +5,10 @@
 #include "scripterror.h"
 #include "values.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace OpenAccess_4 {
@@ -34,17 +36,21 @@ template <class Integer> Integer rounded(double uu, double dbuPerUU, const char 
 constexpr int kDeepest = 8;
 void collectNumbers(Tcl_Obj *list, std::vector<double> &numbers, int depth = 0) {
   double number = 0;
-  if (Tcl_GetDoubleFromObj(nullptr, list, &number) == TCL_OK) {
+  int count = 0;
+  Tcl_Obj **elements = nullptr;
+  const Value *value = readValue(list).value;
+  if (value != nullptr && (value->isObject() || !value->cls.hasLengths)) {
+    return;
+  }
+  if (value == nullptr && Tcl_GetDoubleFromObj(nullptr, list, &number) == TCL_OK) {
     numbers.push_back(number);
     return;
   }
-  int count = 0;
-  Tcl_Obj **elements = nullptr;
-  if (readValue(list).value != nullptr || Tcl_ListObjGetElements(nullptr, list, &count, &elements) != TCL_OK) {
+  if (Tcl_ListObjGetElements(nullptr, list, &count, &elements) != TCL_OK) {
     return;
   }
   // A text that is no list of several things is its own only element.
-  for (int i = 0; i < count && count > 1 && depth < kDeepest; ++i) {
+  for (int i = 0; i < count && (count > 1 || value != nullptr) && depth < kDeepest; ++i) {
     Tcl_Obj *copy = Tcl_DuplicateObj(elements[i]);
     Tcl_IncrRefCount(copy);
     collectNumbers(copy, numbers, depth + 1);
@@ -52,13 +58,32 @@ void collectNumbers(Tcl_Obj *list, std::vector<double> &numbers, int depth = 0) 
   }
 }
 
-bool areWhole(const std::vector<double> &numbers, double unit) {
-  for (const double number : numbers) {
-    if (std::fabs(number * unit - std::round(number * unit)) > 1e-6) {
-      return false;
-    }
+std::vector<double> numbersOf(Tcl_Obj *const *arguments, int count) {
+  std::vector<double> numbers;
+  for (int i = 0; i < count; ++i) {
+    Tcl_Obj *copy = Tcl_DuplicateObj(arguments[i]);
+    Tcl_IncrRefCount(copy);
+    collectNumbers(copy, numbers);
+    Tcl_DecrRefCount(copy);
   }
-  return true;
+  return numbers;
+}
+
+// As far as doubles can tell.
+bool isWhole(double number) { return std::fabs(number - std::round(number)) <= 1e-9 + std::fabs(number) * 1e-15; }
+
+// The least factor up to `most` that makes the number whole: the denominator of one of the convergents of its continued
+// fraction. 0: there is none.
+double wholeFactor(double number, double most) {
+  double factor = 1, previous = 0;
+  for (double rest = std::fabs(number); factor <= most;) {
+    if (isWhole(number * factor)) {
+      return factor;
+    }
+    rest = 1 / (rest - std::floor(rest));
+    previous = std::exchange(factor, factor * std::floor(rest) + previous);
+  }
+  return 0;
 }
 
 } // namespace
@@ -89,20 +114,48 @@ Tcl_Obj *newLength(oaInt8 dbu, double dbuPerUU) {
   return Tcl_NewDoubleObj(static_cast<double>(dbu) / dbuPerUU);
 }
 
-double unitOfList(Tcl_Obj *const *arguments, int count) {
-  std::vector<double> numbers;
-  for (int i = 0; i < count; ++i) {
-    Tcl_Obj *copy = Tcl_DuplicateObj(arguments[i]);
-    Tcl_IncrRefCount(copy);
-    collectNumbers(copy, numbers);
-    Tcl_DecrRefCount(copy);
-  }
-  for (const double unit : {1., 10., 100., 160., 1000., 1600., 2000., 10000., 16000., 20000.}) {
-    if (areWhole(numbers, unit)) {
-      return unit;
+void refuseVanished(Tcl_Obj *text, double dbuPerUU) {
+  constexpr double kNoise = 1e-6;
+  for (const double number : dbuPerUU == 1 ? numbersOf(&text, 1) : std::vector<double>()) {
+    if (std::fabs(number) > kNoise) {
+      throw valueError(std::string("\"") + Tcl_GetString(text) +
+                       "\" is less than half a database unit: lengths of what belongs to no design count these");
     }
   }
-  return 100000;
+}
+
+double unitOfLists(Tcl_Obj *const *arguments, int count) {
+  constexpr double kMost = 1 << 30;          // sums and differences of two stay in range
+  constexpr double kExactProducts = 1 << 26; // areas are exact as doubles
+  const std::vector<double> numbers = numbersOf(arguments, count);
+  double largest = 1;
+  for (const double number : numbers) {
+    largest = std::max(largest, std::fabs(number));
+  }
+  double unit = 1;
+  for (const double number : numbers) {
+    const double factor = wholeFactor(number * unit, kMost / largest / unit);
+    if (factor == 0) { // no fraction of any sensible unit
+      return std::pow(10, std::max(0., std::floor(std::log10(kMost / largest))));
+    }
+    unit *= factor;
+  }
+  // Room for results that lie between: centres.
+  for (const double factor : {10., 2.}) {
+    if (unit * factor * largest < kMost) {
+      unit *= factor;
+      break;
+    }
+  }
+  while (unit * 10 * largest < kExactProducts) {
+    unit *= 10;
+  }
+  return unit;
+}
+
+bool areWhole(Tcl_Obj *const *arguments, int count, double dbuPerUU) {
+  const std::vector<double> numbers = numbersOf(arguments, count);
+  return std::all_of(numbers.begin(), numbers.end(), [&](double number) { return isWhole(number * dbuPerUU); });
 }
 
 } // namespace tcl

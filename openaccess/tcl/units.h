@@ -14,16 +14,21 @@ namespace tcl {
 // technology; for objects of a technology those of mask layouts. Raises ScriptError for objects of neither.
 double dbuPerUUOf(oaObject *object);
 
-// Rounds to the nearest; raises ScriptError for what does not fit.
+// Round to the nearest; raise ScriptError for what does not fit.
 oaCoord toCoordinate(double uu, double dbuPerUU);
 oaDist toDistance(double uu, double dbuPerUU);
+// For the text of a length that has become 0: raises ScriptError when it was not 0 and counted database units, since
+// then it was meant in others.
+void refuseVanished(Tcl_Obj *text, double dbuPerUU);
 
 // An integer when the unit is the database unit, a double otherwise.
 Tcl_Obj *newLength(oaInt8 dbu, double dbuPerUU);
 
-// The coarsest usual unit in which all numbers in the arguments, lists included, are whole: a plain list that is no
-// member of a design has no unit of its own.
-double unitOfList(Tcl_Obj *const *arguments, int count);
+// A unit for arguments that belong to no design: one in which all numbers in them, lists included, are whole, and as
+// many times finer as leaves room for computing with them.
+double unitOfLists(Tcl_Obj *const *arguments, int count);
+// Whether all numbers in the arguments, lists included, are whole database units.
+bool areWhole(Tcl_Obj *const *arguments, int count, double dbuPerUU);
 
 } // namespace tcl
 } // namespace OpenAccess_4

@@ -159,26 +159,9 @@ TechObservers &TechObservers::instance() {
   return observers;
 }
 
-void TechObservers::add(Observer *observer) {
-  const auto place = std::find_if(observers_.begin(), observers_.end(), [observer](const Observer *other) {
-    return other->getPriority() < observer->getPriority();
-  });
-  observers_.insert(place, observer);
-}
-
-void TechObservers::remove(Observer *observer) {
-  observers_.erase(std::remove(observers_.begin(), observers_.end(), observer), observers_.end());
-}
-
 void TechObservers::tellConflict(oaTech *tech, const TechConflict &conflict) {
   const oaString text(conflict.message.c_str());
-  const std::vector<Observer *> now = observers_;
-  for (Observer *observer : now) {
-    const bool isThere = std::find(observers_.begin(), observers_.end(), observer) != observers_.end();
-    if (isThere && observer->isEnabled()) {
-      observer->onConflict(tech, conflict.id, text);
-    }
-  }
+  tell([&](oaObserver<oaTech> &observer) { observer.onConflict(tech, conflict.id, text); });
 }
 
 // What a technology database does with its references.

@@ -7,6 +7,7 @@
 
 #include "collection.h"
 #include "oa/oaTechObserver.h"
+#include "observerlist.h"
 #include "techdatabase.h"
 
 #include <string>
@@ -54,18 +55,11 @@ private:
   TableOf tableOf_;
 };
 
-// All observers of technologies, in the order in which they are told.
-class TechObservers {
+// All observers of technologies.
+class TechObservers : public ObserverList<oaObserver<oaTech>> {
 public:
-  using Observer = oaObserver<oaTech>;
   static TechObservers &instance();
-  void add(Observer *observer);
-  void remove(Observer *observer);
-  bool isEmpty() const { return observers_.empty(); }
   void tellConflict(oaTech *tech, const TechConflict &conflict);
-
-private:
-  std::vector<Observer *> observers_;
 };
 
 } // namespace kit

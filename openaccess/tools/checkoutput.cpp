@@ -9,29 +9,6 @@ namespace check {
 
 namespace {
 
-// Length of the UTF-8 character at the beginning of the text; 0 when there is none.
-std::size_t characterBytes(std::string_view text) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  const unsigned char first = byte(0);
-  const std::size_t count = first < 0x80   ? 1
-                            : first < 0xc2 ? 0
-                            : first < 0xe0 ? 2
-                            : first < 0xf0 ? 3
-                            : first < 0xf5 ? 4
-                                           : 0;
-  if (count > text.size()) {
-    return 0;
-  }
-  for (std::size_t i = 1; i < count; ++i) {
-    if ((byte(i) & 0xc0U) != 0x80) {
-      return 0;
-    }
-  }
-  const bool isOverlong = (first == 0xe0 && byte(1) < 0xa0) || (first == 0xf0 && byte(1) < 0x90);
-  const bool isBeyond = (first == 0xed && byte(1) > 0x9f) || (first == 0xf4 && byte(1) > 0x8f);
-  return isOverlong || isBeyond ? 0 : count;
-}
-
 const char *nameOf(Severity severity) {
   return severity == Severity::damage ? "damage" : severity == Severity::warning ? "warning" : "foreign";
 }

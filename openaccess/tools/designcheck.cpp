@@ -42,7 +42,8 @@ void checkBlock(const TableCheck &check, const DesignDatabase &design) {
 
 } // namespace
 
-void checkDesign(const TableCheck &check, DesignDatabase &design, const FindMaster &findMaster) {
+void checkDesign(const TableCheck &check, DesignDatabase &design, const FindMaster &findMaster,
+                 const FindViaDefinition &findViaDefinition) {
   check.guarded([&] { checkAttributes(check, design); });
   check.guarded([&] { checkBlock(check, design); });
   check.guarded([&] { checkShapes(check, design); });
@@ -55,7 +56,7 @@ void checkDesign(const TableCheck &check, DesignDatabase &design, const FindMast
   check.guarded([&] { checkTerms(check, design, terms, nets); });
   check.guarded([&] { checkInsts(check, design, insts, findMaster); });
   check.guarded([&] { checkConnections(check, design, insts, nets); });
-  check.guarded([&] { checkVias(check, design, nets); });
+  check.guarded([&] { checkVias(check, design, nets, findViaDefinition); });
   check.guarded([&] { checkSuperMaster(check, design); });
 }
 

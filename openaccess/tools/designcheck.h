@@ -18,8 +18,12 @@ namespace check {
 enum class MasterState { present, missing, elsewhere };
 using FindMaster = std::function<MasterState(const std::string &lib, const std::string &cell, const std::string &view)>;
 
-// Everything. `findMaster` may be empty.
-void checkDesign(const TableCheck &check, DesignDatabase &design, const FindMaster &findMaster);
+// The same for a via definition.
+using FindViaDefinition = std::function<MasterState(const std::string &name)>;
+
+// Everything. The functions may be empty.
+void checkDesign(const TableCheck &check, DesignDatabase &design, const FindMaster &findMaster,
+                 const FindViaDefinition &findViaDefinition);
 
 // Sets of equivalents, signal types and what else nets have of their own.
 void checkNets(const TableCheck &check, DesignDatabase &design);
@@ -32,7 +36,8 @@ void checkInsts(const TableCheck &check, DesignDatabase &design, const FamilyChe
 void checkConnections(const TableCheck &check, DesignDatabase &design, const FamilyCheck &insts,
                       const FamilyCheck &nets);
 // Vias and their headers.
-void checkVias(const TableCheck &check, DesignDatabase &design, const FamilyCheck &nets);
+void checkVias(const TableCheck &check, DesignDatabase &design, const FamilyCheck &nets,
+               const FindViaDefinition &findViaDefinition);
 
 } // namespace check
 } // namespace kit

@@ -51,7 +51,7 @@ void checkContents(const DatabaseFile &file, DatabaseKind kind, const FileQuesti
     file.lendTo(design, report);
     TableCheck check(design, report);
     check.run(oacDesignType);
-    checkDesign(check, design, question.findMaster);
+    checkDesign(check, design, question.findMaster, question.findViaDefinition);
   } else if (kind == DatabaseKind::technology) {
     TechDatabase tech(place);
     file.lendTo(tech, report);

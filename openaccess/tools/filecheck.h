@@ -20,6 +20,7 @@ struct FileQuestion {
   // Of management data; oacUnknownType: whichever.
   oaTypeEnum owner = oacUnknownType;
   FindMaster findMaster;
+  FindViaDefinition findViaDefinition;
 };
 
 // Checks one database file. Returns its size, 0 when it is none or foreign.

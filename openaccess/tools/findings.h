@@ -35,7 +35,10 @@ struct Finding {
 
 // "damage: /lib/inv/layout/layout.oa: table nets, row 3, column bits: ..., expected ..."
 std::string textOf(const Finding &finding);
-// A text out of a file, in quotes, without control characters and not longer than a line takes.
+// Length of the UTF-8 character at the beginning of a text that is not empty; 0 when there is none.
+std::size_t characterBytes(std::string_view text);
+// A text out of a file, in quotes, without control characters and bytes that are no UTF-8, and not longer than a line
+// takes.
 std::string quoted(std::string_view text);
 
 class Findings {

@@ -5,10 +5,11 @@
 #include "diskname.h"
 #include "filecheck.h"
 #include "filelayer.h"
-#include "libraryfile.h"
+#include "librarytext.h"
 #include "oa/oaDesignDB.h"
 #include "oa/oaNameSpaces.h"
 #include "oa/oaScalarName.h"
+#include "viadefinitions.h"
 
 #include <chrono>
 #include <thread>
@@ -68,7 +69,7 @@ class LibraryCheck {
 public:
   LibraryCheck(std::string directory, const CheckOptions &options, Findings &findings, Totals &totals)
       : directory_(std::move(directory)), options_(options), findings_(findings), totals_(totals),
-        masters_(directory_, nameOf(directory_, options), totals) {}
+        masters_(directory_, nameOf(directory_, options), totals), viaDefinitions_(directory_) {}
 
   void run() {
     checkLibraryFile();
@@ -109,11 +110,7 @@ private:
       report.damage({"is missing", "the file that makes a directory a library"});
       return;
     }
-    try {
-      (void)LibraryFile::read(path);
-    } catch (const oaException &exception) {
-      report.damage({std::string(exception.getMsg()), {}});
-    }
+    checkLibraryText(path, report);
   }
 
   // Technology and management data may be there or not.
@@ -138,10 +135,11 @@ private:
       options_.progress(path, totals_);
     }
     FileReport report(findings_, path);
-    FileQuestion question{role, owner, {}};
+    FileQuestion question{role, owner, {}, {}};
     question.findMaster = [this](const std::string &lib, const std::string &cell, const std::string &view) {
       return masters_.find(lib, cell, view);
     };
+    question.findViaDefinition = [this](const std::string &name) { return viaDefinitions_.find(name); };
     const std::size_t bytes = checkDatabaseFile(path, question, report);
     totals_.databases += bytes != 0 ? 1 : 0;
     totals_.bytes += bytes;
@@ -241,6 +239,7 @@ private:
   Findings &findings_;
   Totals &totals_;
   Masters masters_;
+  ViaDefinitions viaDefinitions_;
 };
 
 // The library that a file lies in: where `.oalib` is, at most three directories up. Empty when there is none.

@@ -18,7 +18,7 @@ public:
             std::min(design.viaParams.rowCount(), std::max(headers_.kind.size(), design.viaParams.params.size()))),
         customParams_(check, design) {}
 
-  void run() {
+  void run(const FindViaDefinition &findDefinition) {
     check_.checkKinds(vias_, {oacStdViaType, oacCustomViaType});
     check_.checkKinds(headers_, {oacStdViaHeaderType, oacCustomViaHeaderType});
     TableCheck::forEachRow(vias_, [&](Row via) {
@@ -32,6 +32,7 @@ public:
       checkUsers(header);
       if (check_.checkName(headers_, header, headers_.name) && headers_.super[header] == kNoRow) {
         definitions.push_back({{headers_.kind[header], check_.texts().number(headers_.name[header])}, header});
+        lookFor(header, findDefinition);
       }
     });
     check_.checkUnique(headers_, "name", definitions, "definition");
@@ -39,6 +40,15 @@ public:
 
 private:
   bool isStandard(Row header) const { return headers_.kind[header] == oacStdViaHeaderType; }
+
+  void lookFor(Row header, const FindViaDefinition &findDefinition) const {
+    const std::string name(check_.texts().view(headers_.name[header]));
+    if (findDefinition && findDefinition(name) == MasterState::missing) {
+      check_.report().warning(headers_, header, "name", [&] {
+        return Fault{"via definition " + quoted(name) + " is not in the library's technology", {}};
+      });
+    }
+  }
 
   void checkHeaderOf(Row via) {
     const Row header = vias_.header[via];
@@ -140,8 +150,9 @@ private:
 
 } // namespace
 
-void checkVias(const TableCheck &check, DesignDatabase &design, const FamilyCheck &nets) {
-  ViaCheck(check, design, nets).run();
+void checkVias(const TableCheck &check, DesignDatabase &design, const FamilyCheck &nets,
+               const FindViaDefinition &findViaDefinition) {
+  ViaCheck(check, design, nets).run(findViaDefinition);
 }
 
 } // namespace check

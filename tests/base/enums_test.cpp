@@ -29,7 +29,7 @@ TEST(Enums, NamesBelongToTheirNumbers) {
   EXPECT_EQ(oaType(oacHierGroupDefType).getName(), "HierGroupDef");
   EXPECT_EQ(oaOrient(oacMXR90).getName(), "MXR90");
   EXPECT_EQ(oaDomain(oacFutureDomain).getName(), "future");
-  EXPECT_EQ(oaParamType(oacTimeParamType).getName(), "time");
+  EXPECT_EQ(oaParamType(oacTimeParamType).getName(), "timeParam");
 }
 
 TEST(Enums, EveryNameLeadsBackToItsNumber) {

@@ -1,5 +1,6 @@
 // The rows of owners against a plain map, through the ways in which tables fill and change the index.
 
+#include "ownerruns.h"
 #include "table.h"
 
 #include <map>
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 
 using OpenAccess_4::kit::OwnerIndex;
+using OpenAccess_4::kit::OwnerRuns;
 using OpenAccess_4::kit::Row;
 
 namespace {
@@ -57,13 +59,20 @@ TEST(OwnerIndex, KeepsTheRowsOfManyOwnersThroughChanges) {
   expectSame(index, expected);
 }
 
-TEST(OwnerIndex, FilledAtOnceIsAsFilledOneByOneAndCanBeChanged) {
+class FilledIndex : public testing::TestWithParam<bool> {};
+
+// With the rows of each owner side by side, and not.
+INSTANTIATE_TEST_SUITE_P(OwnerIndex, FilledIndex, testing::Bool());
+
+TEST_P(FilledIndex, IsAsFilledOneByOneAndCanBeChanged) {
+  const bool isInOrder = GetParam();
   const std::vector<std::uint64_t> owners = manyOwners();
   OwnerIndex index;
   Expected expected;
-  const Row kRows = 3000;
+  const Row kRows = isInOrder ? 1200 : 3000; // each owner comes once
+  ASSERT_GE(owners.size() * 3, std::size_t(1200));
   index.fill<std::uint64_t>(kRows, [&](Row row, std::uint64_t &owner) {
-    owner = owners[(row / 3 * 7 + row % 2) % owners.size()];
+    owner = owners[isInOrder ? row / 3 : (row / 3 * 7 + row % 2) % owners.size()];
     if (row % 5 == 0) {
       return false; // has no owner
     }
@@ -95,6 +104,63 @@ TEST(OwnerIndex, KnowsNothingOfOwnersWithoutRows) {
   index.add(1, 3);
   index.clear();
   EXPECT_TRUE(index.rows(1).empty());
+}
+
+std::vector<Row> rowsOf(const OwnerRuns &runs, std::uint16_t table, Row owner) {
+  const OwnerRuns::Run run = runs.rows(table, owner);
+  std::vector<Row> rows;
+  for (Row row = run.begin; row != run.end; ++row) {
+    rows.push_back(row);
+  }
+  EXPECT_EQ(runs.has(table, owner), !rows.empty());
+  return rows;
+}
+
+TEST(OwnerRuns, AnswerInWhateverOrderTheyAreAsked) {
+  OwnerRuns runs;
+  std::map<std::pair<std::uint16_t, Row>, std::vector<Row>> expected;
+  Row row = 0;
+  for (Row owner = 3; owner < 300; owner += 1 + owner % 4) { // two tables by turns
+    const std::uint16_t table = owner % 3 == 0 ? 19 : 34;
+    const Row end = row + 1 + owner % 5;
+    ASSERT_TRUE(runs.append(table, owner, {row, end}));
+    for (; row < end; ++row) {
+      expected[{table, owner}].push_back(row);
+    }
+    row += owner % 2; // of nobody
+  }
+  const auto expectRows = [&](std::uint16_t table, Row owner) {
+    const auto known = expected.find({table, owner});
+    EXPECT_EQ(rowsOf(runs, table, owner), known == expected.end() ? std::vector<Row>() : known->second)
+        << table << ' ' << owner;
+  };
+  std::mt19937 random(3);
+  for (Row i = 0; i <= 310; ++i) {
+    for (const Row owner : {i, 310 - i, Row(random() % 310), ~Row(0) - i}) {
+      for (const std::uint16_t table : {18, 19, 34, 35}) {
+        expectRows(table, owner);
+      }
+    }
+    expectRows(19, i);
+  }
+  runs.clear();
+  EXPECT_TRUE(rowsOf(runs, 19, 3).empty());
+}
+
+TEST(OwnerRuns, RefuseWhatIsNotInOrder) {
+  const struct {
+    const char *what;
+    std::uint16_t table;
+    Row owner;
+  } cases[] = {{"an owner once more", 19, 7},
+               {"an earlier owner", 19, 6},
+               {"the number that stands for no row", 19, ~Row(0)},
+               {"a table that no database has", 65535, 8}};
+  for (const auto &c : cases) {
+    OwnerRuns runs;
+    EXPECT_TRUE(runs.append(19, 7, {0, 2}));
+    EXPECT_FALSE(runs.append(c.table, c.owner, {3, 4})) << c.what;
+  }
 }
 
 } // namespace

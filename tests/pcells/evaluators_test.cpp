@@ -172,8 +172,8 @@ TEST_F(Evaluators, RefuseAnotherListOfParameters) {
     oaParam parameter;
     const char *message;
   } cases[] = {
-      {"segments", {"segments", 3.0}, "parameter segments is of type double, expected int"},
-      {"w", {"w", "1"}, "parameter w is of type string, expected double"},
+      {"segments", {"segments", 3.0}, "parameter segments is of type doubleParam, expected intParam"},
+      {"w", {"w", "1"}, "parameter w is of type stringParam, expected doubleParam"},
       {"spacing", {"otherSpacing", 1.0}, "parameter spacing is missing"},
   };
   for (const auto &c : cases) {

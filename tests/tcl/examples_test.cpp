@@ -42,6 +42,15 @@ TEST_F(TclExamples, TheBufferIsConnected) {
   eval("oa::purge $d; oa::close [oa::LibFind small]");
 }
 
+TEST_F(TclExamples, LabelsAreInTheMiddleOfTheirPins) {
+  build();
+  eval("oa::LibOpen small $folder/smalllib; set d [oa::DesignOpen small inv layout r]");
+  EXPECT_EQ(eval("lsort [lmap s [members [oa::getShapes [oa::getTopBlock $d]]] "
+                 "{if {[oa::getType $s] ne {Text}} continue; list [oa::getText $s] [oa::getOrigin $s]}]"),
+            "{A {1.0 2.4}} {GND {1.0 -0.25}} {VDD {1.0 5.75}} {Z {1.6 2.75}}");
+  eval("oa::purge $d; oa::close [oa::LibFind small]");
+}
+
 TEST_F(TclExamples, CountShapesPerLayer) {
   build();
   const Ended counted = run("count_shapes.tcl", {"small", "smalllib", "inv", "layout"});

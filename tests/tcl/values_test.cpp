@@ -78,8 +78,8 @@ TEST_F(Values, PlainValuesAreObjectsToo) {
       {"contains a finer point", "oa::contains {{0 0} {1 1}} {1.4 0.5}", "0"},
       {"merge of two results", "set m [oa::getBBox $rect]; oa::merge $m [oa::getBBox $polygon]", "{0.0 0.0} {2.0 3.0}"},
       {"transform of points", "oa::transform {1.5 0} {{1 1} R90}", "1.0 2.5"},
-      {"transform of a box", "oa::transform {{0 0} {2 1}} {{0 0} R90}", "{-1 0} {0 2}"},
-      {"concat", "oa::concat {{1 0} R90} {{0 1} R90}", "{0 2} R180"},
+      {"transform of a box", "oa::transform {{0 0} {2 1}} {{0 0} R90}", "{-1.0 0.0} {0.0 2.0}"},
+      {"concat", "oa::concat {{1 0} R90} {{0 1} R90}", "{0.0 2.0} R180"},
       {"elements", "oa::getElement [oa::getPoints $polygon] 2", "2.0 3.0"},
       {"number of elements", "oa::getNumElements [oa::getPoints $polygon]", "4"},
       {"into another design",
@@ -87,6 +87,45 @@ TEST_F(Values, PlainValuesAreObjectsToo) {
        "{0.0 0.0} {0.0 3.0} {2.0 3.0} {2.0 0.0}"},
   };
   check(cases);
+}
+
+// Lists have no unit of their own, and what is computed from them may lie between two database units.
+TEST_F(Values, ListsAreComputedWithExactly) {
+  const Case cases[] = {
+      {"odd width", "oa::getCenter {{0 0} {3 5}}", "1.5 2.5"},
+      {"odd width of a shape", "oa::getCenter [oa::getBBox [oa::RectCreate $b 1 1 {{0 0} {3 5}}]]", "1.5 2.5"},
+      {"odd database units", "oa::getCenter [oa::getBBox [oa::RectCreate $b 1 1 {{0 0} {0.1705 0.3505}}]]",
+       "0.08525 0.17525"},
+      {"256 units", "oa::getCenter {{0 0} {0.01171875 0.01953125}}", "0.005859375 0.009765625"},
+      {"256 units far away", "oa::getCenter {{1000 0} {1000.01171875 1}}", "1000.005859375 0.5"},
+      {"25400 units", "oa::getCenter [list {0 0} [list [expr {3 / 25400.}] 1]]", "5.905511811023622e-5 0.5"},
+      {"many decimals", "oa::getCenter {{0 0} {0.333333333333 1}}", "0.16666666666666666 0.5"},
+      {"little room", "oa::getCenter {{-500000.0005 0} {500000.0015 0.5}}", "0.0005 0.25"},
+      {"area", "oa::getArea {{0 0} {0.3 0} {0.3 0.5}}", "0.075"},
+      {"just outside", "oa::contains {{0 0} {3 5}} {3.0000001 2.5}", "0"},
+      {"just outside of a result", "oa::contains [oa::getPoints $polygon] {2.0001 1}", "0"},
+      {"result by half a unit", "oa::transform [oa::getPoints $polygon] {{0.00025 0} R0}",
+       "{0.00025 0.0} {0.00025 3.0} {2.00025 3.0} {2.00025 0.0}"},
+      {"of a list first",
+       "oa::transform {0.00025 0} [oa::getTransform [oa::ScalarInstCreate $b $lib x layout i {{2 1} "
+       "R90}]]",
+       "2.0 1.00025"},
+      {"taken over by an object", "oa::xOffset [oa::Transform [oa::offset [oa::concat {{3 0} R90} {{0 0} R0}]] R0]",
+       "3"},
+  };
+  check(cases);
+}
+
+TEST_F(Values, LengthsThatWouldVanishAreRefused) {
+  for (const char *script : {"oa::SegStyle 0.2 truncate truncate", "oa::setCutWidth [oa::ViaParam] 0.2",
+                             "oa::setCutSpacing [oa::ViaParam] {0.2 0.2}"}) {
+    SCOPED_TRACE(script);
+    EXPECT_THAT(failure(script), testing::HasSubstr("is less than half a database unit"));
+    EXPECT_EQ(errorCode(), "OA VALUE");
+  }
+  eval("oa::setCutSpacing [oa::ViaParam] {0 0.6}; oa::setCutWidth [oa::ViaParam] 0; oa::setCutWidth [oa::ViaParam] "
+       "1e-9");
+  eval("oa::PathCreate $b 1 1 0.0001 {{0 0} {1 0}}"); // a design says what the unit is
 }
 
 TEST_F(Values, ObjectsHoldDatabaseUnits) {
@@ -108,7 +147,7 @@ TEST_F(Values, ObjectsHoldDatabaseUnits) {
       {"two points are no box", "oa::getNumElements [oa::PointArray {{0 0} {1 1}}]", "2"},
       {"corners of a box", "oa::getNumElements [oa::PointArray [oa::Box 0 0 1 1]]", "4"},
       {"several outputs as a list", "oa::getPoints $s", "{0.0 0.0} {1.0 0.0}"},
-      {"outputs without objects", "lindex [oa::ArcCalcArc {0 0} {1 1} {2 0}] 0", "{0 -1} {2 1}"},
+      {"outputs without objects", "lindex [oa::ArcCalcArc {0 0} {1 1} {2 0}] 0", "{0.0 -1.0} {2.0 1.0}"},
       {"array", "set a [oa::PointArray]; oa::append $a {1 2}; oa::append $a [oa::Point 3 4]; oa::getNumElements $a",
        "2"},
       {"array element", "oa::get $a 1", "3 4"},
@@ -142,9 +181,9 @@ TEST_F(Values, ObjectsSurviveBeingReadAsSomethingElse) {
 
 TEST_F(Values, Parameters) {
   const Case cases[] = {
-      {"int", "set p [oa::Param w 5]; list [oa::getName $p] [oa::getType $p] [oa::getIntVal $p]", "w int 5"},
-      {"double", "set p [oa::Param w 1.5]; list [oa::getType $p] [oa::getDoubleVal $p]", "double 1.5"},
-      {"string", "set p [oa::Param w abc]; list [oa::getType $p] [oa::getStringVal $p]", "string abc"},
+      {"int", "set p [oa::Param w 5]; list [oa::getName $p] [oa::getType $p] [oa::getIntVal $p]", "w intParam 5"},
+      {"double", "set p [oa::Param w 1.5]; list [oa::getType $p] [oa::getDoubleVal $p]", "doubleParam 1.5"},
+      {"string", "set p [oa::Param w abc]; list [oa::getType $p] [oa::getStringVal $p]", "stringParam abc"},
       {"setter", "oa::setBooleanVal $p True; oa::getBooleanVal $p", "1"},
       {"array", "set a [oa::ParamArray]; oa::append $a $p; oa::append $a {n int 3}; oa::getNumElements $a", "2"},
       {"find by name", "set q [oa::Param]; list [oa::find $a n $q] [oa::getIntVal $q] [oa::find $a no $q]", "1 3 0"},
@@ -152,6 +191,13 @@ TEST_F(Values, Parameters) {
       {"array from a list", "oa::getNumElements [oa::ParamArray {{a int 1} {b stringParam x}}]", "2"},
   };
   check(cases);
+}
+
+TEST_F(Values, ParametersThatCannotBeReadAreNamed) {
+  EXPECT_THAT(failure("oa::ParamArray {{a int 1} {w bogus 5}}"),
+              testing::HasSubstr(R"(the type "bogus" of parameter w is none of int, float, double,)"));
+  EXPECT_THAT(failure("oa::ScalarInstCreate $b $lib x layout i {{0 0} R0} {{l int much}}"),
+              testing::HasSubstr(R"("much" of parameter l is no int)"));
 }
 
 TEST_F(Values, Enumerations) {

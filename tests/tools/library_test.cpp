@@ -52,7 +52,8 @@ TEST_F(LibraryFiles, DamageOfFilesIsNamed) {
   } tags[] = {{"-- comment\nsch.oa\n", "master.tag names \"sch.oa\", which is not there"},
               {"../full/layout.oa\n", "the name of a file in the same directory"},
               {"-- nothing\n", "master.tag names no file"},
-              {"\x1b[2J\n", "\"\\x1b[2J\""}};
+              {"\x1b[2J\n", "\"\\x1b[2J\""},
+              {"caf\xe9 na\xc3\xafve\n", "\"caf\\xe9 na\xc3\xafve\""}};
   for (const auto &c : tags) {
     writeBytes(tag, c.tag);
     expectDamage(c.what, checkedLibrary());
@@ -62,6 +63,23 @@ TEST_F(LibraryFiles, DamageOfFilesIsNamed) {
   const std::string goodLibrary = bytesOf(libFolder() / ".oalib");
   writeBytes(libFolder() / ".oalib", "<Nonsense");
   expectDamage(".oalib", checkedLibrary());
+  const struct {
+    const char *text, *what;
+  } marks[] = {
+      {"<Library DMSystem=\"oaDMOther\">\n<oaDMOther libReadOnly=\"No\"/>\n</Library>\n", "DMSystem is \"oaDMOther\""},
+      {"<Library DMSystem=\"oaDMFileSys\">\n<oaDMFileSys libReadOnly=\"No\"/>\n", "\"Library\" is not closed"},
+      {"<Library DMSystem=\"oaDMFileSys\">\n<oaDMFileSys libReadOnly=\"N>o\"/>\n</Library>\n",
+       "libReadOnly is \"N>o\""},
+      {"<Library DMSystem=\"oaDMFileSys\">\n<More/><oaDMFileSys libReadOnly=\"No\"/>\n</Library>\n",
+       "an element \"More\""},
+      {"<Library DMSystem=\"oaDMFileSys\">\n<oaDMFileSys libReadOnly=\"No\"/></More>\n</Library>\n",
+       "an end of an element \"More\""},
+  };
+  for (const auto &c : marks) {
+    SCOPED_TRACE(c.text);
+    writeBytes(libFolder() / ".oalib", c.text);
+    expectDamage(c.what, checkedLibrary());
+  }
   fs::remove(libFolder() / ".oalib");
   expectDamage(".oalib: is missing", checkedLibrary());
   writeBytes(libFolder() / ".oalib", goodLibrary);
@@ -92,6 +110,17 @@ TEST_F(LibraryFiles, WhatIsNoDamage) {
   EXPECT_EQ(outcome.warnings, 1U) << outcome.text();
   EXPECT_NE(outcome.text().find("is empty"), std::string::npos);
   EXPECT_EQ(outcome.totals.otherFiles, 1U);
+}
+
+TEST_F(LibraryFiles, AnEmptyMarkAndAttributesOfOthersAreNoDamage) {
+  writeBytes(libFolder() / ".oalib", "");
+  EXPECT_EQ(checkedLibrary().text(), "");
+  writeBytes(libFolder() / ".oalib", "<?xml version=\"1.0\"?><!-- </More> --><Library DMSystem='oaDMFileSys'>"
+                                     "<oaDMFileSys libReadOnly='yes' ours='1'></oaDMFileSys></Library>");
+  const Outcome outcome = checkedLibrary();
+  EXPECT_EQ(outcome.damages, 0U) << outcome.text();
+  EXPECT_EQ(outcome.warnings, 1U) << outcome.text();
+  EXPECT_NE(outcome.text().find("attribute \"ours\""), std::string::npos) << outcome.text();
 }
 
 TEST_F(LibraryFiles, MissingMastersAreWarnings) {

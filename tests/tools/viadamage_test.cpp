@@ -2,6 +2,8 @@
 
 #include "oachecktest.h"
 
+#include "techdatabase.h"
+
 #include <functional>
 
 using namespace oachecktest;
@@ -104,6 +106,32 @@ TEST_F(ViaDamage, IsFoundAndNamed) {
     ASSERT_NE(found, std::string::npos) << text;
     EXPECT_NE(text.find(c.what, found), std::string::npos) << text;
   }
+}
+
+TEST_F(ViaDamage, DefinitionsThatAreNotThereAreWarnings) {
+  EXPECT_EQ(checkedLibrary().text(), "");
+  const fs::path techFile = libFolder() / "tech.db";
+  {
+    kit::TechDatabase tech((kit::DatabasePlace()));
+    tech.load(techFile.string());
+    tech.viaDefs.name.set(0, tech.strings().add("renamed"));
+    tech.writeTo(techFile.string());
+  }
+  Outcome outcome = checkedLibrary();
+  EXPECT_EQ(outcome.warnings, 1U) << outcome.text();
+  EXPECT_NE(outcome.text().find("table viaHeaders, row 0, column name: via definition \"std\" is not"),
+            std::string::npos)
+      << outcome.text();
+  fs::remove(techFile);
+  outcome = checkedLibrary();
+  EXPECT_EQ(outcome.damages, 0U) << outcome.text();
+  EXPECT_EQ(outcome.warnings, 2U) << outcome.text();
+  // Attached to the technology of another library, which may have them.
+  oaLibDMData *data = oaLibDMData::open(scalar(libName()), 'a');
+  oaStringProp::create(data, "techLibName", "other");
+  data->save();
+  data->close();
+  EXPECT_EQ(checkedLibrary().text(), "");
 }
 
 } // namespace

@@ -46,6 +46,7 @@ public:
   // Connectivity. The flags are the oac...Iter constants; contradicting ones raise oacInvalidBlockNetIterFlags and
   // oacInvalidBlockTermIterFlags.
 
+  // Whether there is any net, terminal or instance terminal.
   oaBoolean hasConnectivity() const;
   oaBoolean hasMultiBitNet() const;
   oaBoolean hasMultiBitTerm() const;

@@ -17,7 +17,7 @@ enum oaParamTypeEnum {
   oacTimeParamType = 6
 };
 
-/// Text names: int, float, string, application, double, boolean, time.
+/// Text names: intParam, floatParam, stringParam, appParam, doubleParam, booleanParam, timeParam.
 OA_ENUM_WRAPPER(oaParamType);
 
 /// Setters set value and type; a getter of another type than the parameter's raises
@@ -86,8 +86,6 @@ public:
   oaUInt4 find(const oaParam &param) const { return oaArray<oaParam>::find(param); }
   /// Copies the parameter of that name; false, with `param` untouched, when there is none.
   oaBoolean find(const oaString &name, oaParam &param) const;
-  /// The same parameters, in whatever order.
-  oaBoolean operator==(const oaArray<oaParam> &p) const override;
 };
 
 } // namespace OpenAccess_4

@@ -100,6 +100,7 @@ private:
   static constexpr oaUInt4 kUnknownLength = 0xffffffffU;
 
   oaUInt4 countLength() const;
+  void assignLonger(const oaChar *text, oaUInt4 length);
   void append(const oaChar *text, oaUInt4 length);
   void reserve(oaUInt8 bytes, oaBoolean keep);
 
