@@ -1,5 +1,6 @@
 #include "oadump.h"
 
+#include "definitiondata.h"
 #include "designholder.h"
 #include "errorguard.h"
 #include "oaconvert.h"
@@ -10,7 +11,7 @@ using namespace oa;
 namespace {
 
 // To be counted up when a text of an unchanged design changes.
-const int kDumpForm = 1;
+const int kDumpForm = 2;
 
 // Qt 4 and 5 count a text's characters in an int and its bytes, two for each, as well.
 const std::size_t kLongestText = 1000000000;
@@ -70,9 +71,7 @@ void oaDump::writeHeader() {
 void oaDump::writeParametricMaster() {
   oaParamArray params;
   if (design_->isSuperMaster()) {
-    oaString evaluator;
-    design_->getPcellEvaluatorName(evaluator);
-    out_.begin(0, "superMaster").quoted("evaluator", evaluator).end();
+    writeDefinition();
     design_->getParams(params);
     writeParams(out_, params, 1);
   } else if (design_->isSubMaster()) {
@@ -84,6 +83,23 @@ void oaDump::writeParametricMaster() {
     design_->getParams(viaParams);
     out_.begin(0, "viaMaster").end();
     writeViaParams(out_, viaParams, 1);
+  }
+}
+
+void oaDump::writeDefinition() {
+  oaString evaluator;
+  design_->getPcellEvaluatorName(evaluator);
+  out_.begin(0, "superMaster").quoted("evaluator", evaluator);
+  oaPcellDef *definition = design_->getPcellDef();
+  if (!definition) {
+    // Its data can be read by the evaluator alone.
+    out_.word("definition", "none").end();
+    return;
+  }
+  out_.end();
+  const DefinitionData data = definitionData(*definition);
+  for (DefinitionData::const_iterator entry = data.begin(); entry != data.end(); ++entry) {
+    out_.begin(1, "data").quoted(nullptr, entry->first.c_str()).quoted(nullptr, entry->second.c_str()).end();
   }
 }
 

@@ -32,6 +32,8 @@ private:
 
   void writeHeader();
   void writeParametricMaster();
+  // The evaluator of a super master, and what it keeps there.
+  void writeDefinition();
   void writeSection(const char *title, DumpEntries &entries);
   // A library's name, "." for the design's own.
   std::string libraryText(const oa::oaString &lib) const;

@@ -40,6 +40,11 @@ QString CellOrigin::parameter(const char *name) const {
   return index < 0 ? QString() : parameterValues.at(index);
 }
 
+QString CellOrigin::lastParameter(const char *name) const {
+  const int index = parameterNames.lastIndexOf(QLatin1String(name));
+  return index < 0 ? QString() : parameterValues.at(index);
+}
+
 CellOrigin originOf(const LayoutCell &cell) {
   enum Number { None = 0, Library = 1, Cell = 3, View = 4 };
   CellOrigin origin;

@@ -18,6 +18,8 @@ struct CellOrigin {
 
   // The value of a parameter, empty when there is none.
   QString parameter(const char *name) const;
+  // The same of the last one of that name. The layers end a custom via's list, behind parameters of any name.
+  QString lastParameter(const char *name) const;
 };
 
 CellOrigin originOf(const LayoutCell &cell);

@@ -27,8 +27,12 @@ int listComponents(const CommandContext &context, const ListOptions &options) {
   PluginSession session(context);
   const QString lib = nameFromCommandLine(options.lib);
   session.requireLibrary(lib);
+  const int errorsBefore = session.errorCount();
+  const QStringList names = session.core().getComponents(lib, session.core().getLibPath(lib), !options.refresh);
+  if (names.isEmpty())
+    session.requireAnswer(lib, QStringLiteral("library %1").arg(lib), errorsBefore);
   QByteArray lines;
-  for (const QString &name : session.core().getComponents(lib, session.core().getLibPath(lib), !options.refresh))
+  for (const QString &name : names)
     lines += name.toUtf8() + '\n';
   session.writeOutput(lines);
   return session.exitCode();

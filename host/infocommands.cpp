@@ -1,6 +1,5 @@
 #include "commands.h"
 #include "commandvalues.h"
-#include "hosterror.h"
 #include "oaplugincore.h"
 #include "pluginsession.h"
 
@@ -38,7 +37,11 @@ int printLibraries(PluginSession &session, const Names &) {
 int printCells(PluginSession &session, const Names &names) {
   const QString lib = nameFromCommandLine(names.lib);
   session.requireLibrary(lib);
-  session.writeOutput(toLines(session.core().getCellNames(lib)));
+  const int errorsBefore = session.errorCount();
+  const QStringList cells = session.core().getCellNames(lib);
+  if (cells.isEmpty())
+    session.requireAnswer(lib, QStringLiteral("library %1").arg(lib), errorsBefore);
+  session.writeOutput(toLines(cells));
   return session.exitCode();
 }
 
@@ -47,8 +50,8 @@ int printViews(PluginSession &session, const Names &names) {
   const QString cell = nameFromCommandLine(names.cell);
   session.requireLibrary(lib);
   const QStringList views = session.core().getViewNames(lib, cell);
-  if (views.isEmpty() && !session.core().getCellNames(lib).contains(cell))
-    throw HostError(QStringLiteral("library %1 has no cell %2").arg(lib, cell));
+  if (views.isEmpty())
+    session.requireCell(lib, cell);
   session.writeOutput(toLines(views));
   return session.exitCode();
 }

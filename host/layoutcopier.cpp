@@ -124,10 +124,14 @@ void LayoutCopier::defineVias() {
     if (defined.contains(name))
       continue;
     defined.insert(name);
-    defineCustomVia(
-        session_,
-        {name, masterLibrary(index), origin.cell, origin.view, origin.parameter("layer1"), origin.parameter("layer2")},
-        request_.targetLib);
+    const QString layer1 = origin.lastParameter("layer1");
+    const QString layer2 = origin.lastParameter("layer2");
+    if (layer1.isEmpty() || layer2.isEmpty()) { // the vias are reported as they are written
+      report_.problem(QStringLiteral("a custom via definition is unknown in the source, and is not made"), name);
+      continue;
+    }
+    defineCustomVia(session_, {name, masterLibrary(index), origin.cell, origin.view, layer1, layer2},
+                    request_.targetLib);
   }
 }
 

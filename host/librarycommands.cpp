@@ -3,8 +3,10 @@
 #include "commandvalues.h"
 #include "hosterror.h"
 #include "layertable.h"
+#include "libraryusers.h"
 #include "oaplugincore.h"
 #include "pluginsession.h"
+#include "usermessage.h"
 
 #include <CLI/CLI.hpp>
 #include <QFileInfo>
@@ -27,6 +29,7 @@ struct RemoveOptions {
   std::string lib;
   std::string cell;
   std::string view;
+  bool isForced = false;
   const CLI::Option *viewOption = nullptr;
 };
 
@@ -43,12 +46,6 @@ struct DataOptions {
 struct RegisterOptions {
   std::string path;
 };
-
-void requireCell(PluginSession &session, const QString &lib, const QString &cell) {
-  session.requireLibrary(lib);
-  if (!session.core().getCellNames(lib).contains(cell))
-    throw HostError(QStringLiteral("library %1 has no cell %2").arg(lib, cell));
-}
 
 // A text in double quotes, on one line.
 QByteArray quoted(const QString &text) {
@@ -113,7 +110,7 @@ int removeView(PluginSession &session, const QString &lib, const QString &cell, 
 }
 
 int removeCell(PluginSession &session, const QString &lib, const QString &cell) {
-  requireCell(session, lib, cell);
+  session.requireCell(lib, cell);
   const QStringList views = session.core().getViewNames(lib, cell);
   if (session.exitCode() != 0)
     return 1;
@@ -129,16 +126,30 @@ int removeCell(PluginSession &session, const QString &lib, const QString &cell) 
   return 0;
 }
 
+// What somebody edits is not removed unawares: the changes would be lost.
+void checkEditors(PluginSession &session, const QString &lib, const QString &cell, const QString &view, bool isForced) {
+  const QString editor = viewEditor(session.core().getLibPath(lib), cell, view);
+  if (editor.isEmpty())
+    return;
+  const QString message = QStringLiteral("library %1: somebody edits %2").arg(lib, editor);
+  if (!isForced)
+    throw HostError(message + QStringLiteral("; nothing is removed, --force removes it all the same"));
+  tellUser(message);
+}
+
 int runRemove(const CommandContext &context, const RemoveOptions &options) {
   PluginSession session(context);
   const QString lib = nameFromCommandLine(options.lib);
   const QString cell = nameFromCommandLine(options.cell);
-  if (options.viewOption->count() == 0)
-    return removeCell(session, lib, cell);
+  const bool isWholeCell = options.viewOption->count() == 0;
   // A script's variable that is not set must not cost the cell.
-  if (options.view.empty())
+  if (!isWholeCell && options.view.empty())
     throw HostError(QStringLiteral("the name of the view to be removed is empty"));
-  return removeView(session, lib, cell, nameFromCommandLine(options.view));
+  const QString view = isWholeCell ? QString() : nameFromCommandLine(options.view);
+  session.requireLibrary(lib);
+  session.waitForLibrary(lib);
+  checkEditors(session, lib, cell, view, options.isForced);
+  return isWholeCell ? removeCell(session, lib, cell) : removeView(session, lib, cell, view);
 }
 
 // data
@@ -155,7 +166,9 @@ int runData(const CommandContext &context, const DataOptions &options) {
   PluginSession session(context);
   const QString lib = nameFromCommandLine(options.lib);
   const QString cell = nameFromCommandLine(options.cell);
-  requireCell(session, lib, cell);
+  session.requireLibrary(lib);
+  session.waitForLibrary(lib);
+  session.requireCell(lib, cell);
   oaPlugInCore &core = session.core();
   if (options.isRemoved)
     core.removeLayoutData(lib, cell);
@@ -212,10 +225,12 @@ void addLayersCommand(CLI::App &app, CommandContext &context) {
 
 void addRemoveCommand(CLI::App &app, CommandContext &context) {
   auto options = std::make_shared<RemoveOptions>();
-  CLI::App *command = app.add_subcommand("rm", "Remove a cell with all its views, or one view; nothing is asked");
+  CLI::App *command = app.add_subcommand(
+      "rm", "Remove a cell with all its views, or one view; nothing is asked. What another process is editing stays");
   command->add_option("LIB", options->lib, "Library")->required();
   command->add_option("CELL", options->cell, "Cell")->required();
   options->viewOption = command->add_option("VIEW", options->view, "View; without it, the whole cell goes");
+  command->add_flag("--force", options->isForced, "Remove also what another process is editing");
   setCallback(command, context, options, runRemove);
 }
 

@@ -41,25 +41,47 @@ QList<Numbered> withOwnNames(const QMap<int, QString> &names, QSet<QString> used
   return result;
 }
 
+// "metal1.pin" for the layer metal1.
+bool isLayerAndPurpose(const QString &name, const QString &layerName) {
+  const int length = layerName.size();
+  return name.startsWith(layerName) && name.size() > length + 1 && QStringLiteral("._-").contains(name[length]);
+}
+
 QString purposeOf(const LayerMap::MappedPair &pair, const QString &layerName) {
   if (!pair.purpose.isEmpty())
     return pair.purpose;
-  const int length = layerName.size();
-  const bool isLonger = pair.name.startsWith(layerName) && pair.name.size() > length + 1;
-  return isLonger && QStringLiteral("._-").contains(pair.name[length]) ? pair.name.mid(length + 1) : kDrawing;
+  return isLayerAndPurpose(pair.name, layerName) ? pair.name.mid(layerName.size() + 1) : kDrawing;
+}
+
+QStringList namesLost(const QList<LayerMap::MappedPair> &pairs, const QMap<int, QString> &layerNames) {
+  QStringList lost;
+  for (const LayerMap::MappedPair &pair : pairs) {
+    const QString layerName = layerNames.value(pair.layer);
+    const QString text = QStringLiteral("%1 %2 (not %3)").arg(QString::number(pair.layer), layerName, pair.name);
+    if (pair.name != layerName && !isLayerAndPurpose(pair.name, layerName) && !lost.contains(text))
+      lost.append(text);
+  }
+  return lost;
 }
 
 // Prints nothing. The variables library, layers and purposes are lists, the latter two of numbers and names in turn.
-const char kScript[] = R"(
-proc enter {tech members numbered create} {
+// Gives "attached", or a line for each name of the map that the technology has another one for.
+const char kScript[] = R"tcl(
+set kept {}
+proc enter {tech members numbered create what} {
+  global kept
   set numbers [dict create]
   set names [dict create]
   while {[set member [oa::getNext $members]] ne ""} {
-    dict set numbers [oa::getNumber $member] 1
+    dict set numbers [oa::getNumber $member] [oa::getName $member]
     dict set names [oa::getName $member] 1
   }
   foreach {number name} $numbered {
-    if {[dict exists $numbers $number]} continue
+    if {[dict exists $numbers $number]} {
+      set has [dict get $numbers $number]
+      if {$has ni [list $name ${name}_$number]} {lappend kept "$what $number $has (not $name)"}
+      continue
+    }
     while {[dict exists $names $name]} {append name _$number}
     $create $tech $name $number
     dict set names $name 1
@@ -68,12 +90,12 @@ proc enter {tech members numbered create} {
 set lib [oa::LibFind [lindex $library 0]]
 if {[oa::TechHasAttachment $lib]} {return attached}
 if {[oa::TechExists $lib]} {set tech [oa::TechOpen $lib a]} else {set tech [oa::TechCreate $lib]}
-enter $tech [oa::getLayers $tech] $layers oa::PhysicalLayerCreate
-enter $tech [oa::getPurposes $tech] $purposes oa::PurposeCreate
+enter $tech [oa::getLayers $tech] $layers oa::PhysicalLayerCreate layer
+enter $tech [oa::getPurposes $tech] $purposes oa::PurposeCreate purpose
 oa::save $tech
 oa::close $tech
-return written
-)";
+return [join $kept \n]
+)tcl";
 
 QStringList flat(const QList<Numbered> &numbered) {
   QStringList list;
@@ -100,6 +122,7 @@ MapTechnology::MapTechnology(const LayerMap &map) {
   }
   layers = withOwnNames(layerNames, {});
   purposes = withOwnNames(purposeNames, reservedPurposes());
+  lostNames = namesLost(pairs, layerNames);
 }
 
 void writeMapTechnology(PluginSession &session, const QString &lib, const LayerMap &map) {
@@ -117,5 +140,15 @@ void writeMapTechnology(PluginSession &session, const QString &lib, const LayerM
     tellUser(QStringLiteral("library %1 uses the technology of another library; the layers of the map are not entered "
                             "there")
                  .arg(lib));
+    return;
+  }
+  if (!technology.lostNames.isEmpty()) {
+    tellUser(QStringLiteral("a layer has one name in a technology, and the map has more for: %1")
+                 .arg(technology.lostNames.join(QStringLiteral(", "))));
+  }
+  const QString kept = QString::fromUtf8(interpreter.result());
+  if (!kept.isEmpty()) {
+    tellUser(QStringLiteral("library %1 keeps the names of its technology: %2")
+                 .arg(lib, QString(kept).replace(QLatin1Char('\n'), QStringLiteral(", "))));
   }
 }

@@ -3,6 +3,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 class LayerMap;
 class PluginSession;
@@ -23,11 +24,13 @@ struct MapTechnology {
 
   QList<Numbered> layers;
   QList<Numbered> purposes;
+  // Names of the map for which a layer has another one: "67 li1 (not mcon)".
+  QStringList lostNames;
 };
 
 // Enters what the map names into the technology of the library, which gets one when it has none. What the technology
-// has already stays as it is. A library that uses another one's technology is left alone, and the user told. Throws
-// HostError when the technology cannot be written.
+// has already stays as it is, and the user is told which names of the map that costs. A library that uses another one's
+// technology is left alone, and the user told. Throws HostError when the technology cannot be written.
 void writeMapTechnology(PluginSession &session, const QString &lib, const LayerMap &map);
 
 #endif

@@ -2,6 +2,7 @@
 
 #include "commands.h"
 #include "hosterror.h"
+#include "libraryusers.h"
 #include "oaplugincore.h"
 #include "usermessage.h"
 
@@ -108,16 +109,41 @@ void PluginSession::requireLibrary(const QString &lib) {
   }
 }
 
+void PluginSession::requireAnswer(const QString &lib, const QString &what, int errorsBefore) {
+  synchronise();
+  if (errorCount() == errorsBefore)
+    return;
+  const QString holder = accessHolder(core_->getLibPath(lib));
+  throw HostError(QStringLiteral("%1 cannot be looked up%2")
+                      .arg(what, holder.isEmpty()
+                                     ? QString()
+                                     : QStringLiteral(": %1 holds access to library %2").arg(holder, lib)));
+}
+
+void PluginSession::requireCell(const QString &lib, const QString &cell) {
+  requireLibrary(lib);
+  const int errorsBefore = errorCount();
+  if (core_->getCellNames(lib).contains(cell))
+    return;
+  requireAnswer(lib, QStringLiteral("cell %1 of library %2").arg(cell, lib), errorsBefore);
+  throw HostError(QStringLiteral("library %1 has no cell %2").arg(lib, cell));
+}
+
+void PluginSession::waitForLibrary(const QString &lib) {
+  constexpr int kWaitMs = 10000;
+  const QString directory = core_->getLibPath(lib);
+  if (!directory.isEmpty())
+    ::waitForLibrary(directory, kWaitMs);
+}
+
 QString PluginSession::requireView(const QString &lib, const QString &cell, const QString &view) {
   requireLibrary(lib);
   const int errorsBefore = errorCount();
   QString type = core_->getViewType(lib, cell, view);
   synchronise();
   if (type.isEmpty()) {
-    if (errorCount() > errorsBefore)
-      throw HostError(QStringLiteral("%1 cannot be looked up").arg(cellViewName(lib, cell, view)));
-    if (!core_->getCellNames(lib).contains(cell))
-      throw HostError(QStringLiteral("library %1 has no cell %2").arg(lib, cell));
+    requireAnswer(lib, cellViewName(lib, cell, view), errorsBefore);
+    requireCell(lib, cell);
     throw HostError(QStringLiteral("cell %1 of library %2 has no view %3").arg(cell, lib, view));
   }
   return type;

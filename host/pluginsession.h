@@ -48,6 +48,13 @@ public:
   void requireLibraryDefinitions();
   // Throws HostError unless the library is known.
   void requireLibrary(const QString &lib);
+  // Throws HostError unless the library has the cell.
+  void requireCell(const QString &lib, const QString &cell);
+  // Throws HostError when the plug-in has complained since `errorsBefore` were counted: `what` cannot be looked up.
+  // Says who holds the library, where that can be known.
+  void requireAnswer(const QString &lib, const QString &what, int errorsBefore);
+  // Waits as long as the plug-in waits before it writes, for another process that writes to the library.
+  void waitForLibrary(const QString &lib);
   // Throws HostError unless the cell view exists; returns its view type ("maskLayout", ...).
   QString requireView(const QString &lib, const QString &cell, const QString &view);
 

@@ -31,15 +31,12 @@ struct TclOptions {
   QStringList words; // the script and its arguments
 };
 
-// What Tcl's command exit has to end: one of each in the process.
+// What Tcl's command exit has to end; there is one in the process.
 PluginSession *exitingSession = nullptr;
-TclPrompt *exitingPrompt = nullptr;
 
 // Ends the process as Tcl's exit wants it: at once, from the middle of an evaluation. The session's thread still runs,
 // so nothing is destroyed under its feet.
 [[noreturn]] void leave(ClientData code) {
-  if (exitingPrompt != nullptr)
-    exitingPrompt->save();
   TclInterpreter::shutDown();
   exitingSession->synchronise();
   std::fflush(nullptr);
@@ -125,14 +122,8 @@ private:
     interpreter_.setArguments(program(), {}, true);
     TclPrompt prompt(interpreter_.get(),
                      options_.home.isEmpty() ? QString() : options_.home + QStringLiteral("/.oahost_history"), output_);
-    exitingPrompt = &prompt;
     QByteArray command;
-    QByteArray line;
-    while (prompt.readLine(command.isEmpty() ? "% " : "> ", line)) {
-      command += line + '\n';
-      if (Tcl_CommandComplete(command.constData()) == 0)
-        continue;
-      prompt.remember(command);
+    while (prompt.readCommand(command)) {
       const int code = evaluate(command);
       const QByteArray result = interpreter_.result();
       if (code != TCL_OK)
@@ -140,10 +131,7 @@ private:
       else if (!result.isEmpty())
         interpreter_.writeOutput(result + '\n');
       session_.synchronise();
-      command.clear();
     }
-    exitingPrompt = nullptr;
-    prompt.save();
     interpreter_.writeOutput("\n");
     return kSuccess;
   }
@@ -170,8 +158,9 @@ unfinished last command has failed, and what the Tcl command exit says.
 
 On a terminal commands are typed at a prompt. TAB completes names of commands,
 variables ($...) and files; a command that is not finished goes on at "> ". The
-last 1000 commands are kept in $HOME/.oahost_history. The end of the input
-(Ctrl-D) or the command exit ends the session.)";
+last 1000 commands are kept in $HOME/.oahost_history. Ctrl-C drops what is typed
+or ends the command that runs. The end of the input (Ctrl-D) or the command
+exit ends the session.)";
 
 int runTcl(const CommandContext &context, const TclOptions &options) {
   if (options.hasCommand && !options.words.isEmpty())

@@ -60,7 +60,8 @@ int tclWordStart(const QByteArray &line) {
 QList<QByteArray> tclCompletions(Tcl_Interp *interp, const QByteArray &line) {
   const int start = tclWordStart(line);
   const QByteArray word = line.mid(start);
-  const bool isVariable = start > 0 && line[start - 1] == '$';
+  const QByteArray before = line.left(start);
+  const bool isVariable = before.endsWith('$') || before.endsWith("${");
   QList<QByteArray> names;
   Tcl_SavedResult saved;
   Tcl_SaveResult(interp, &saved);

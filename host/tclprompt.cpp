@@ -16,6 +16,29 @@
 
 #include <QFile>
 
+#include <tcl.h>
+
+namespace {
+constexpr char kPrompt[] = "% ";
+constexpr char kContinuation[] = "> ";
+} // namespace
+
+bool TclPrompt::readCommand(QByteArray &command) {
+  command.clear();
+  QByteArray line;
+  do {
+    const Input input = readLine(command.isEmpty() ? kPrompt : kContinuation, line);
+    if (input == Input::end)
+      return false;
+    if (TclInterrupt::takeDropped())
+      command.clear();
+    if (input == Input::line)
+      command += line + '\n';
+  } while (command.isEmpty() || Tcl_CommandComplete(command.constData()) == 0);
+  remember(command);
+  return true;
+}
+
 #ifdef OAHOST_HAS_LIBEDIT
 
 namespace {
@@ -25,18 +48,23 @@ constexpr int kKeptCommands = 1000;
 // The library's call-backs carry no pointer of ours.
 Tcl_Interp *completedInterp = nullptr;
 QList<QByteArray> completions;
+sigjmp_buf droppedLine;
 
 char *nextCompletion(const char *, int state) {
   return state < completions.size() ? strdup(completions[state].constData()) : nullptr;
 }
 
 char **complete(const char *word, int start, int) {
-  completions = tclCompletions(completedInterp, QByteArray(rl_line_buffer, start) + word);
-  if (completions.isEmpty())
-    return nullptr; // then file names
+  TclInterrupt::endReading(); // not to be left in the middle
+  const QByteArray before(rl_line_buffer, start);
+  completions = tclCompletions(completedInterp, before + word);
   // A name space goes on.
-  rl_completion_append_character = completions.first().endsWith("::") ? '\0' : ' ';
-  return rl_completion_matches(word, nextCompletion);
+  const bool isNameSpace = !completions.isEmpty() && completions.first().endsWith("::");
+  rl_completion_append_character = isNameSpace ? '\0' : before.endsWith("${") ? '}' : ' ';
+  // NULL: then file names.
+  char **matches = completions.isEmpty() ? nullptr : rl_completion_matches(word, nextCompletion);
+  TclInterrupt::beginReading(&droppedLine, "");
+  return matches;
 }
 
 } // namespace
@@ -58,39 +86,43 @@ TclPrompt::TclPrompt(Tcl_Interp *interp, const QString &historyFile, int output)
     read_history(historyFile_.constData()); // there is none before the first session
 }
 
-void TclPrompt::save() {
-  if (!historyFile_.isEmpty())
-    write_history(historyFile_.constData());
-}
-
-bool TclPrompt::readLine(const char *prompt, QByteArray &line) {
+TclPrompt::Input TclPrompt::readLine(const char *prompt, QByteArray &line) {
+  if (sigsetjmp(droppedLine, 1) != 0) {
+    std::fputc('\n', rl_outstream);
+    std::fflush(rl_outstream);
+    return Input::dropped;
+  }
+  TclInterrupt::beginReading(&droppedLine, "");
   char *typed = readline(prompt);
+  TclInterrupt::endReading();
   if (typed == nullptr)
-    return false;
+    return Input::end;
   line = typed;
   std::free(typed);
-  return true;
+  return Input::line;
 }
 
 void TclPrompt::remember(QByteArray command) {
   command = command.trimmed().replace('\n', ' ');
-  if (!command.isEmpty())
-    add_history(command.constData());
+  if (command.isEmpty())
+    return;
+  add_history(command.constData());
+  if (!historyFile_.isEmpty())
+    write_history(historyFile_.constData());
 }
 
 #else
 
 TclPrompt::TclPrompt(Tcl_Interp *, const QString &historyFile, int) : historyFile_(QFile::encodeName(historyFile)) {}
 
-void TclPrompt::save() {}
-
-bool TclPrompt::readLine(const char *prompt, QByteArray &line) {
+TclPrompt::Input TclPrompt::readLine(const char *prompt, QByteArray &line) {
   std::cerr << prompt << std::flush;
+  TclInterrupt::beginReading(nullptr, "\n% ");
   std::string typed;
-  if (!std::getline(std::cin, typed))
-    return false;
+  const bool isRead = static_cast<bool>(std::getline(std::cin, typed));
+  TclInterrupt::endReading();
   line = QByteArray::fromStdString(typed);
-  return true;
+  return isRead ? Input::line : Input::end;
 }
 
 void TclPrompt::remember(QByteArray) {}

@@ -1,13 +1,15 @@
 #ifndef TCLPROMPT_H
 #define TCLPROMPT_H
 
+#include "tclinterrupt.h"
+
 #include <QByteArray>
 #include <QString>
 
 struct Tcl_Interp;
 
-// The lines that a user types, with editing, history and completion where oahost was built with libedit; otherwise as
-// the terminal gives them. One prompt a process.
+// The commands that a user types, with editing, history and completion where oahost was built with libedit; otherwise
+// as the terminal gives them. One prompt a process.
 class TclPrompt {
 public:
   // The history is kept in `historyFile`, in memory alone when that is empty. `output` is where the user looks, since
@@ -16,15 +18,19 @@ public:
   TclPrompt(const TclPrompt &) = delete;
   TclPrompt &operator=(const TclPrompt &) = delete;
 
-  // The next line without its end, in UTF-8 on a UTF-8 terminal; false at the end of the input.
-  bool readLine(const char *prompt, QByteArray &line);
-  // Keeps a command for the history. One of several lines comes back as one.
-  void remember(QByteArray command);
-  // Writes the history file. Losing the history is no reason to complain.
-  void save();
+  // The next command, of one line or several, in UTF-8 on a UTF-8 terminal; false at the end of the input. Ctrl-C drops
+  // what was typed of it.
+  bool readCommand(QByteArray &command);
 
 private:
+  enum class Input { line, dropped, end };
+  Input readLine(const char *prompt, QByteArray &line);
+  // Keeps a command for the history, whose file is written at once: not every session ends well. One of several lines
+  // comes back as one. Losing the history is no reason to complain.
+  void remember(QByteArray command);
+
   const QByteArray historyFile_;
+  const TclInterrupt interrupt_;
 };
 
 #endif

@@ -12,8 +12,7 @@ QString defaultView(PluginSession &session, const QString &lib, const QString &c
     if (views.contains(view))
       return view;
   }
-  if (!session.core().getCellNames(lib).contains(cell))
-    throw HostError(QStringLiteral("library %1 has no cell %2").arg(lib, cell));
+  session.requireCell(lib, cell);
   if (views.isEmpty())
     throw HostError(QStringLiteral("cell %1 of library %2 has no views").arg(cell, lib));
   throw HostError(

@@ -90,15 +90,32 @@ oaStdViaDef *copyStdViaDef(oaTech *tech, const oaStdViaDef *original) {
 
 // Saved and closed with the design. The list of a via tells its own values only, and no implants, so the definition
 // that it was read by is copied where it can be had.
+// The technology may be one that the library has attached: then the definition changes another library.
+void reportForeignTech(oaPlugInMain &host, oaTech *tech, const QString &name) {
+  oaString techLib, lib;
+  tech->getLibName(oaConvert::ns, techLib);
+  host.currentDesign->getLibName(oaConvert::ns, lib);
+  if (techLib != lib) {
+    emit host.reportError(oaPlugInMain::tr("std via definition is created in the technology of another library"), 2,
+                          name + QLatin1String(", ") + oaConvert::toString(techLib));
+  }
+}
+
 oaStdViaDef *createStdViaDef(oaPlugInMain &host, const QString &name, const QString &originalLib,
                              const QStringList &names, const QStringList &values) {
+  for (const char *key : {viakey::kLayer1, viakey::kLayer2, "cutLayer", "cutWidth", "cutHeight"}) {
+    bool isNumber = false;
+    const QString value = valueOf(key, names, values);
+    (void)value.toUInt(&isNumber);
+    if (!isNumber) {
+      emit host.reportError(oaPlugInMain::tr("std via definition not found"), 1,
+                            oaPlugInMain::tr("%1, and it cannot be created: %2 is \"%3\", expected a number")
+                                .arg(name, QLatin1String(key), value));
+      return nullptr;
+    }
+  }
   const QString layer1 = valueOf(viakey::kLayer1, names, values);
   const QString layer2 = valueOf(viakey::kLayer2, names, values);
-  if (layer1.isEmpty() || layer2.isEmpty()) {
-    emit host.reportError(oaPlugInMain::tr("std via definition not found"), 1,
-                          oaPlugInMain::tr("%1, and it cannot be created without layer1 and layer2").arg(name));
-    return nullptr;
-  }
   host.openTech('a');
   oaTech *tech = host.currentTech;
   if (!tech || tech != host.currentDesign->getTech()) {
@@ -106,6 +123,7 @@ oaStdViaDef *createStdViaDef(oaPlugInMain &host, const QString &name, const QStr
                           oaPlugInMain::tr("%1, and the technology cannot be opened to create it").arg(name));
     return nullptr;
   }
+  reportForeignTech(host, tech, name);
   const OriginalTech originalTech(originalLib);
   if (const oaStdViaDef *original = originalTech.find(name, layer1.toUInt(), layer2.toUInt())) {
     return copyStdViaDef(tech, original);

@@ -1,6 +1,8 @@
 // Every single change of a design shows in its dump, and no two changes look alike.
 
 #include "contents.h"
+#include "definitiondata.h"
+#include "testevaluator.h"
 
 #include <functional>
 #include <map>
@@ -370,6 +372,51 @@ TEST_F(DumpChanges, OfWhatIsShownOfAMasterShow) {
                       {"one attribute", attributeShown(oacCellNameDesignAttrType)},
                       {"another attribute", attributeShown(oacViewNameDesignAttrType)}});
   master->close();
+}
+
+TEST_F(DumpChanges, OfParametricMastersShow) {
+  const TestEvaluator boxes("boxes", [](oaDesign *, const oaParamArray &) {});
+  const TestEvaluator others("others", [](oaDesign *, const oaParamArray &) {});
+  const DefinitionData script = {{"GenCellProc", "draw"}};
+  const oaParam w("w", oaDouble(1.5)), m("m", oaInt4(2));
+  const auto super = [](const char *evaluator, const DefinitionData &data, std::initializer_list<oaParam> params) {
+    const oaParamArray defaults = paramsOf(params);
+    return [=](Contents &c) {
+      oaPcellDef *definition = oaPcellLink::getPcellDef(evaluator);
+      for (const auto &entry : data) {
+        definition->addData(entry.first.c_str(), entry.second.c_str());
+      }
+      c.block->getDesign()->defineSuperMaster(definition, defaults);
+    };
+  };
+  expectAllDifferent({
+      {"super master", super("boxes", script, {w, m})},
+      {"evaluator", super("others", script, {w, m})},
+      {"no data", super("boxes", {}, {w, m})},
+      {"script", super("boxes", {{"GenCellProc", "paint"}}, {w, m})},
+      {"script's name", super("boxes", {{"ScriptEngineName", "draw"}}, {w, m})},
+      {"more data", super("boxes", {{"GenCellProc", "draw"}, {"anything", ""}}, {w, m})},
+      {"data across entries", super("boxes", {{"GenCellProc", "draw\" \"anything"}}, {w, m})},
+      {"order", super("boxes", script, {m, w})},
+      {"value", super("boxes", script, {oaParam("w", oaDouble(1.6)), m})},
+      {"type", super("boxes", script, {w, oaParam("m", oaFloat(2))})},
+      {"parameter's name", super("boxes", script, {w, oaParam("n", oaInt4(2))})},
+      {"fewer parameters", super("boxes", script, {w})},
+  });
+}
+
+// A definition as kits have it that give texts only by name.
+struct NamedTexts {
+  DefinitionData texts;
+  bool getDataValue(const char *name, oaString &value) {
+    value = texts[name].c_str();
+    return !texts[name].empty();
+  }
+};
+
+TEST(DefinitionData, KnownNamesAreAskedForWhereTheTableIsNotShown) {
+  NamedTexts definition{{{"GenCellProc", "draw"}, {"TimeLimit", "5"}, {"anything", "else"}}};
+  EXPECT_EQ(definitionData(definition), (DefinitionData{{"GenCellProc", "draw"}, {"TimeLimit", "5"}}));
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // The form of the text, on one layout and one schematic.
 
 #include "contents.h"
+#include "oadump.h"
+#include "testevaluator.h"
 
 using namespace oa;
 
@@ -26,7 +28,7 @@ TEST_F(DumpGolden, Layout) {
     oaArrayInst::create(*view, scalar("pdk"), scalar("via1"), scalar("layout"), scalar("I2"), oaTransform(), 10, 20, 3,
                         1);
   }
-  EXPECT_EQ(dump("inv"), R"(oaDump 1
+  EXPECT_EQ(dump("inv"), R"(oaDump 2
 library "lib"
 cell "inv"
 view "layout"
@@ -68,7 +70,7 @@ TEST_F(DumpGolden, Schematic) {
     oaLine::create(*view, 228, kDrawing, pointsOf({{0, 0}, {160, 0}}))->addToNet(bus);
     oaEvalText::create(*view, 230, kDrawing, "[@w]", oaPoint(), oacLowerLeftTextAlign, oacR0, oacStickFont, 12, "il");
   }
-  EXPECT_EQ(dump("top", "schematic"), R"(oaDump 1
+  EXPECT_EQ(dump("top", "schematic"), R"(oaDump 2
 library "lib"
 cell "top"
 view "schematic"
@@ -104,8 +106,88 @@ TEST_F(DumpGolden, EmptyDesign) {
       oaDesign::open(scalar("lib"), scalar("empty"), scalar("symbol"), oaViewType::get(oacSchematicSymbol), 'w');
   design->save();
   design->close();
-  EXPECT_EQ(dump("empty", "symbol"), "oaDump 1\nlibrary \"lib\"\ncell \"empty\"\nview \"symbol\"\n"
+  EXPECT_EQ(dump("empty", "symbol"), "oaDump 2\nlibrary \"lib\"\ncell \"empty\"\nview \"symbol\"\n"
                                      "viewType schematicSymbol\ndesign cellType=none\n");
+}
+
+// Super master and sub master have the same place.
+TEST_F(DumpGolden, ParametricMasters) {
+  TestEvaluator boxes("boxes", [](oaDesign *design, const oaParamArray &params) {
+    oaRect::create(oaBlock::create(design), 1, 0, oaBox(0, 0, intValueOf(params, "m"), 5));
+  });
+  {
+    const NewView view("pc", "layout", oacMaskLayout);
+    oaPcellDef *definition = oaPcellLink::getPcellDef("boxes");
+    definition->addData("GenCellProc", "proc {} {\n}");
+    view.design()->defineSuperMaster(definition, paramsOf({oaParam("m", oaInt4(2)), oaParam("f", oaString("x"))}));
+  }
+  {
+    const NewView top("top", "layout", oacMaskLayout);
+    const oaParamArray given = paramsOf({oaParam("m", oaInt4(30))});
+    oaScalarInst *inst =
+        oaScalarInst::create(*top, scalar("lib"), scalar("pc"), scalar("layout"), scalar("I"), oaTransform(), &given);
+    EXPECT_EQ(oaDump(inst->getMaster()).text().toStdString(), R"(oaDump 2
+library "lib"
+cell "pc"
+view "layout"
+viewType maskLayout
+units 1000 per micron
+design cellType=none
+subMaster of=./"pc"/"layout"
+  param int "m" 30
+  param string "f" "x"
+block visibleToModule=yes
+shapes
+  rect 1/0 box=(0 0)(30 5)
+)");
+  }
+  EXPECT_EQ(dump("pc"), R"(oaDump 2
+library "lib"
+cell "pc"
+view "layout"
+viewType maskLayout
+units 1000 per micron
+design cellType=none
+superMaster evaluator="boxes"
+  data "GenCellProc" "proc {} {\n}"
+  param int "m" 2
+  param string "f" "x"
+block visibleToModule=yes
+)");
+  boxes.unlink();
+  EXPECT_THAT(dump("pc"), testing::HasSubstr("superMaster evaluator=\"boxes\" definition=none\n  param int \"m\" 2\n"));
+}
+
+TEST_F(DumpGolden, MasterOfAStandardVia) {
+  oaTech *tech = oaTech::create(scalar("lib"));
+  oaPhysicalLayer *lower = oaPhysicalLayer::create(tech, "m1", 1);
+  oaPhysicalLayer *upper = oaPhysicalLayer::create(tech, "m2", 3);
+  oaViaParam params;
+  params.setCutLayer(2);
+  params.setCutWidth(10);
+  params.setCutHeight(8);
+  params.setLayer1Enc(oaVector(1, 2));
+  const oaStdViaDef *definition = oaStdViaDef::create(tech, "V", lower, upper, params);
+  {
+    const NewView view("top", "layout", oacMaskLayout);
+    oaStdVia *via = oaStdVia::create(*view, definition, oaTransform());
+    EXPECT_EQ(oaDump(via->getMaster()).text().toStdString(), R"(oaDump 2
+library "lib"
+cell "V"
+view "layout"
+viewType maskLayout
+units 1000 per micron
+design cellType=none
+viaMaster
+  viaParams cutLayer=2 cutWidth=10 cutHeight=8 cutColumns=1 cutRows=1 cutSpacing=(0 0) originOffset=(0 0) layer1Enc=(1 2) layer2Enc=(0 0) layer1Offset=(0 0) layer2Offset=(0 0) implant1Enc=(0 0) implant2Enc=(0 0) defined=none
+block visibleToModule=yes
+shapes
+  rect 1/drawing box=(-6 -6)(6 6)
+  rect 2/drawing box=(-5 -4)(5 4)
+  rect 3/drawing box=(-5 -4)(5 4)
+)");
+  }
+  tech->close();
 }
 
 } // namespace

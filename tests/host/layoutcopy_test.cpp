@@ -68,8 +68,9 @@ protected:
     oaDesign *design = open("source", "pc", "layout", 'w');
     oaBlock::create(design);
     oaParamArray defaults;
-    for (const oaParam &param : {oaParam("m", oaInt4(2)), oaParam("width", oaDouble(1.5e-6)), booleanParam("on", false),
-                                 oaParam("model", oaString("nch lvt\nx")), oaParam("f", oaFloat(0.1F))})
+    for (const oaParam &param :
+         {oaParam("m", oaInt4(2)), oaParam("width", oaDouble(1.5e-6)), booleanParam("on", false),
+          oaParam("model", oaString("nch lvt\nx")), oaParam("f", oaFloat(0.1F)), oaParam("layer1", oaInt4(8))})
       defaults.append(param);
     design->defineSuperMaster(oaPcellLink::getPcellDef("boxes"), defaults);
     design->save();
@@ -99,7 +100,9 @@ protected:
     design->save();
     design->close();
   }
-  static void placeVias(oaBlock *block, const oaParamArray &params) {
+  // The layers of a via's definition come behind parameters of its master, whatever those are called.
+  static void placeVias(oaBlock *block, oaParamArray params) {
+    params.append(oaParam("layer1", oaInt4(9)));
     oaTech *tech = oaTech::open(scalar("source"), 'r');
     const auto *standard = static_cast<oaStdViaDef *>(oaViaDef::find(tech, "V"));
     oaStdVia::create(block, standard, oaTransform(200, 0, oacMYR90));
@@ -118,7 +121,8 @@ protected:
     every.setImplant1Enc(oaVector(25, 26));
     every.setImplant2Enc(oaVector(27, 28));
     oaStdVia::create(block, standard, oaTransform(300, 0, oacR270), &every);
-    for (const oaParamArray *given : {static_cast<const oaParamArray *>(nullptr), &params})
+    for (const oaParamArray *given :
+         {static_cast<const oaParamArray *>(nullptr), static_cast<const oaParamArray *>(&params)})
       oaCustomVia::create(block, static_cast<oaCustomViaDef *>(oaViaDef::find(tech, given ? "P" : "C")),
                           oaTransform(400, given ? 100 : 0, oacMX), given);
     tech->close();

@@ -9,9 +9,12 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <chrono>
 #include <cstdlib>
 #include <functional>
+#include <thread>
 
+#include <csignal>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -132,6 +135,78 @@ TEST_F(LibraryCommands, LayersOfALibraryWhoseDirectoryHasAnotherName) {
   EXPECT_EQ(output("register other"), "created other at " + host.path("other").toStdString() + "\n");
   host.write("lib.defs", host.read("lib.defs") + "DEFINE lib_dir " + host.path("other").toLatin1() + "\n");
   EXPECT_EQ(output("layers lib"), "7 ours\n");
+}
+
+// Another process, which runs a script and then stays until it is released.
+class Holder {
+public:
+  Holder(const HostProcess &host, const char *script) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("HOME", host.path(""));
+    process_.setProcessEnvironment(environment);
+    process_.setWorkingDirectory(host.path(""));
+    process_.start(OAHOST_FILE, {"tcl", "-c", QString(script) + "\nputs held; flush stdout; after 60000"});
+    constexpr int kTimeoutMs = 30000;
+    EXPECT_TRUE(process_.waitForReadyRead(kTimeoutMs)) << process_.readAllStandardError().toStdString();
+  }
+  ~Holder() { release(); }
+  void release() {
+    process_.kill();
+    process_.waitForFinished();
+  }
+  std::string id() const { return "process " + std::to_string(process_.processId()); }
+
+private:
+  QProcess process_;
+};
+
+TEST_F(LibraryCommands, WhoHoldsTheLibraryIsNamed) {
+  const Holder holder(host, "oa::getAccess [oa::LibFind lib] write");
+  for (const char *arguments : {"cells lib", "views lib INV", "view-type lib INV layout", "components lib"}) {
+    SCOPED_TRACE(arguments);
+    const HostResult result = host.run(arguments);
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.output, QByteArray());
+    EXPECT_THAT(result.errors, HasSubstr("cannot be looked up: " + holder.id()));
+    EXPECT_THAT(result.errors, testing::Not(HasSubstr("has no cell")));
+  }
+}
+
+TEST_F(LibraryCommands, RemovingAndDataWaitForTheLibrary) {
+  for (const char *arguments : {"rm lib INV layout", "data lib INV --set x", "rm lib INV"}) {
+    SCOPED_TRACE(arguments);
+    Holder holder(host, "oa::getAccess [oa::LibFind lib] write");
+    std::thread release([&] {
+      std::this_thread::sleep_for(std::chrono::milliseconds(700));
+      kill(static_cast<pid_t>(std::stol(holder.id().substr(8))), SIGKILL);
+    });
+    const HostResult result = host.run(arguments);
+    release.join();
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    EXPECT_EQ(result.errors, "");
+  }
+}
+
+TEST_F(LibraryCommands, WhatIsBeingEditedStays) {
+  Holder editor(host, "oa::DesignOpen lib INV layout a");
+  for (const char *arguments : {"rm lib INV layout", "rm lib INV"}) {
+    SCOPED_TRACE(arguments);
+    const HostResult result = host.run(arguments);
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_THAT(result.errors, HasSubstr("somebody edits INV/layout: login "));
+    EXPECT_THAT(result.errors, HasSubstr(editor.id()));
+    EXPECT_THAT(result.errors, HasSubstr("--force"));
+  }
+  EXPECT_EQ(output("rm lib BUF"), "removed lib/BUF/layout\nremoved lib/BUF\n");
+  const HostResult forced = host.run("rm lib INV layout --force");
+  EXPECT_EQ(forced.output, "removed lib/INV/layout\n") << forced.errors;
+  EXPECT_THAT(forced.errors, HasSubstr("somebody edits INV/layout"));
+}
+
+// The lock file that a killed editor leaves behind is no editor.
+TEST_F(LibraryCommands, LockFilesOfTheDeadDoNotCount) {
+  host.write("lib_dir/INV/layout/layout.oa.cdslck", "login ann\nprocess 1\n");
+  EXPECT_EQ(output("rm lib INV layout"), "removed lib/INV/layout\n");
 }
 
 TEST_F(LibraryCommands, PathsThatThePlugInCannotTakeAreRefused) {

@@ -44,6 +44,22 @@ TEST(MapTechnology, NamesOfLayersAndPurposes) {
   }
 }
 
+TEST(MapTechnology, NamesThatALayerCannotHaveAreListed) {
+  const struct {
+    const char *name, *map, *lost;
+  } cases[] = {
+      {"purposes", "6 0 metal1\n6 1 metal1.pin\n6 2 metal1-label\n", ""},
+      {"other names", "n,p,layer:datatype,d\nli1,drawing,67:20,\nmcon,drawing,67:44,\nmcon,pin,67:48,\n",
+       "67 li1 (not mcon)"},
+      {"one begins like the other", "68 0 met1\n68 1 met1x\n", "68 met1 (not met1x)"},
+  };
+  for (const auto &c : cases) {
+    SCOPED_TRACE(c.name);
+    const MapTechnology technology(LayerMap::fromText(c.map, "test"));
+    EXPECT_EQ(technology.lostNames.join("; ").toStdString(), c.lost);
+  }
+}
+
 class ImportedTechnology : public testing::Test {
 protected:
   ImportedTechnology() {
@@ -77,6 +93,7 @@ TEST_F(ImportedTechnology, HoldsTheLayersOfTheMap) {
   EXPECT_EQ(imported.errors, "");
   EXPECT_EQ(members("getLayers"), "6 metal1, 7 via, ");
   EXPECT_EQ(members("getPurposes"), "0 drawing0, 1 pin, ");
+  EXPECT_THAT(import().errors, testing::Not(HasSubstr("keeps the names"))) << "the same map again";
   const HostResult layers = host.run("layers chip");
   EXPECT_EQ(layers.exitCode, 0) << layers.errors;
   EXPECT_THAT(layers.output.toStdString(), HasSubstr("metal1"));
@@ -88,6 +105,8 @@ TEST_F(ImportedTechnology, KeepsWhatIsThere) {
   host.write("map", "6 0 renamed\n8 0 metal1\n6 2 renamed.label\n");
   const HostResult again = import();
   EXPECT_EQ(again.exitCode, 0) << again.errors;
+  EXPECT_THAT(again.errors,
+              HasSubstr("library chip keeps the names of its technology: layer 6 metal1 (not renamed)\n"));
   EXPECT_EQ(members("getLayers"), "6 metal1, 7 via, 8 metal1_8, ");
   EXPECT_EQ(members("getPurposes"), "0 drawing0, 1 pin, 2 label, ");
 }

@@ -17,6 +17,7 @@ constexpr int kTimeoutMs = 60000;
 
 PseudoTerminal::PseudoTerminal(const std::vector<std::string> &words, const std::string &home) {
   std::vector<char *> arguments;
+  arguments.reserve(words.size() + 1);
   for (const std::string &word : words) {
     arguments.push_back(const_cast<char *>(word.c_str()));
   }

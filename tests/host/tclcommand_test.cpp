@@ -118,6 +118,37 @@ oa::close $design
   EXPECT_THAT(host.run("dump made top layout").output.toStdString(), HasSubstr("rect 4/7 box=(0 0)(100 50)\n"));
 }
 
+// The host opens what lib.defs names before the script runs.
+TEST_F(TclCommand, ExamplesWorkOnLibrariesThatAreOpen) {
+  const auto example = [this](const QString &script, const QStringList &arguments) {
+    return host.run(QStringList{"tcl", EXAMPLES_DIR "/tcl/" + script} + arguments);
+  };
+  ASSERT_EQ(example("build_library.tcl", {"small", host.path("small")}).exitCode, 0);
+  ASSERT_EQ(host.run(QStringList{"register", host.path("small")}).exitCode, 0);
+  ASSERT_TRUE(QDir(host.path("")).mkdir("other"));
+  const struct {
+    const char *script;
+    QStringList arguments;
+    int exitCode;
+    const char *output, *error;
+  } cases[] = {
+      {"list_library.tcl", {"small"}, 0, "  cell inv\n", ""},
+      {"list_library.tcl", {"small", "small"}, 0, "  cell inv\n", ""},
+      {"list_library.tcl", {"small", "other"}, 1, "", "library small is open already, but from "},
+      {"count_shapes.tcl", {"small", "small", "inv", "layout"}, 0, "total 12\n", ""},
+      {"count_shapes.tcl", {"small", "other", "inv", "layout"}, 1, "", "library small is open already, but from "},
+      {"set_text_height.tcl", {"small", host.path("small"), "inv", "layout", "0.5"}, 0, "changed 4 texts\n", ""},
+  };
+  for (const auto &c : cases) {
+    SCOPED_TRACE(QString(c.script + c.arguments.join(' ')).toStdString());
+    const HostResult result = example(c.script, c.arguments);
+    EXPECT_EQ(result.exitCode, c.exitCode);
+    EXPECT_THAT(result.output.toStdString(), HasSubstr(c.output));
+    EXPECT_THAT(result.errors, HasSubstr(c.error));
+    EXPECT_EQ(result.errors.empty(), *c.error == '\0');
+  }
+}
+
 // Reading uses no interpreter of the program's own.
 TEST_F(TclCommand, CellsThatScriptsDrawAreRead) {
   const HostResult made = host.run(QStringList{"tcl", EXAMPLES_DIR "/pcells/resistor.tcl", "made", host.path("made")});
@@ -152,6 +183,7 @@ TEST(TclCompletion, OfTheLastWord) {
       {"oa::in", "oa::inner::"},
       {"puts $libr", "library"},
       {"puts $oa::oacT", "oa::oacTop"},
+      {"puts ${libr", "library"},
       {"puts $odd*", "odd*name"},
       {"puts $od*n", ""},
       {"lrev", "lreverse"},

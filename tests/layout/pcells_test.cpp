@@ -198,6 +198,19 @@ TEST_F(PcellsTest, MissingEvaluatorIsToldAndTheRestIsRead) {
   boxes.link();
 }
 
+TEST_F(PcellsTest, ParametersThatTheMasterHasNoMoreAreToldAndTheRestIsRead) {
+  createPcell("pc", boxes, justM(2));
+  {
+    CellBuilder top("lib", "top");
+    place(top, "I1", "pc", justM(3));
+    place(top, "I2", "pc", oaParamArray());
+  }
+  createPcell("pc", boxes, paramsOf({oaParam("n", oaInt4(1))}));
+  EXPECT_THAT(
+      read("top", Lines{"reportError", "addCellRef"}),
+      ElementsAre(testing::StartsWith("reportError \"cell not found\" 1 \"lib/pc/layout: "), HasSubstr("\"I2\"")));
+}
+
 // The parameters are stored with the cell, and the variants come back with the evaluator.
 TEST_F(PcellsTest, EvaluatorThatComesLaterIsFound) {
   createPcell("pc", boxes, justM(2));

@@ -131,6 +131,53 @@ TEST(Properties, CopiesAndMovesTakeNestedPropertiesAlong) {
   EXPECT_EQ(propertiesOf(outline), "hier=HierProp:oaHierProp[inner=HierProp:oaHierProp[leaf=IntProp:3 ] ] ");
 }
 
+// A file in the order of its owners, and one whose first owner got another property later.
+TEST(Properties, WalksOverAFileStandChangesMeanwhile) {
+  const TemporaryDirectory directory;
+  const std::string path = directory.file("db.oa");
+  for (const bool isInOrder : {true, false}) {
+    SCOPED_TRACE(isInOrder);
+    TestDatabase database;
+    const Row rows[] = {database.add("a", {}, kNoRow), database.add("b", {}, kNoRow), database.add("c", {}, kNoRow)};
+    for (const Row row : {rows[0], rows[2]}) {
+      for (const char *name : {"p", "q", "r", "s"}) {
+        oaIntProp::create(database.outlines.handle(row), name, oaInt4(row));
+      }
+    }
+    oaStringProp::create(database.outlines.handle(rows[isInOrder ? 2 : 0]), "t", "last");
+    oaStringProp::create(database.self(), "u", "of the database");
+    oaStringProp::create(database.self(), "v", "too");
+    database.writeTo(path);
+
+    TestDatabase loaded;
+    loaded.load(path);
+    oaObject *first = loaded.outlines.handle(rows[0]);
+    oaObject *last = loaded.outlines.handle(rows[2]);
+    const std::string others = propertiesOf(last);
+    EXPECT_FALSE(loaded.outlines.handle(rows[1])->hasProp());
+    EXPECT_EQ(first->getProps().getCount(), isInOrder ? 4u : 5u);
+    EXPECT_EQ(propertiesOf(loaded.self()), "u=StringProp:of the database v=StringProp:too ");
+
+    oaIter<oaProp> walk(first->getProps());
+    std::string met;
+    while (oaProp *prop = walk.getNext()) {
+      oaString name;
+      prop->getName(name);
+      met += name;
+      if (name == "q") {
+        oaProp::find(first, "p")->destroy();
+        prop->moveTo(loaded.outlines.handle(rows[1]));
+        oaIntProp::create(last, "new", 1);
+      }
+    }
+    EXPECT_EQ(met, isInOrder ? "pqrs" : "pqrst");
+    EXPECT_EQ(propertiesOf(first),
+              isInOrder ? "r=IntProp:0 s=IntProp:0 " : "r=IntProp:0 s=IntProp:0 t=StringProp:last ");
+    EXPECT_EQ(propertiesOf(loaded.outlines.handle(rows[1])), "q=IntProp:0 ");
+    EXPECT_EQ(propertiesOf(last), others + "new=IntProp:1 ");
+  }
+}
+
 TEST(Properties, OneThatBelongsToALaterOneComesBack) {
   const TemporaryDirectory directory;
   const std::string path = directory.file("db.oa");
