@@ -23,7 +23,8 @@ std::string textOf(double value) {
 
 [[noreturn]] void refuseType(const char *name, const oaParam &param, const char *expected) {
   throw EvaluationError("parameter " + std::string(name) + " is of type " +
-                        std::string(static_cast<const oaChar *>(param.getType().getName())) + ", expected " + expected + "Param");
+                        std::string(static_cast<const oaChar *>(param.getType().getName())) + ", expected " + expected +
+                        "Param");
 }
 
 } // namespace

@@ -19,9 +19,7 @@ bool isBetween(const oaObject *object, oaTypeEnum first, oaTypeEnum last) {
 
 oaBoolean oaDesignObject::isNode() const { return isBetween(this, oacNodeType, oacGroundedNodeType); }
 
-oaBoolean oaDesignObject::isBlockObject() const {
-  return liveTable(this).id() >= kBlockTable;
-}
+oaBoolean oaDesignObject::isBlockObject() const { return liveTable(this).id() >= kBlockTable; }
 
 oaBoolean oaDesignObject::isModObject() const { return isBetween(this, oacModScalarInstType, oacModInstHeaderType); }
 
