@@ -82,10 +82,10 @@ const DesignDatabase *boundMaster(const DesignDatabase &design, Row header) {
 
 // A header that knows no box is bound for its sake. One that cannot be is not tried again before something has changed.
 void bindForBox(DesignDatabase &design, Row header) {
-  std::uint64_t &triedAt = design.connectivity.triedToBindAt[header];
-  if (triedAt != DesignDatabase::boxGeneration()) {
+  const auto tried = design.connectivity.triedToBindAt.find(header);
+  if (tried == design.connectivity.triedToBindAt.end() || tried->second != DesignDatabase::boxGeneration()) {
     (void)bindMaster(design, header);
-    triedAt = DesignDatabase::boxGeneration();
+    design.connectivity.triedToBindAt[header] = DesignDatabase::boxGeneration();
   }
 }
 

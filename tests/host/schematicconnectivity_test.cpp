@@ -3,8 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include <chrono>
-
 namespace {
 
 using testing::ElementsAre;
@@ -260,7 +258,8 @@ TEST_F(Connectivity, PlacesOfOneTerminalAreOneNet) {
 }
 
 // Time grows with the drawing, not with its square: long rails with many taps, and stacked wires.
-TEST_F(Connectivity, LargeDrawingsTakeSeconds) {
+// Quadratic work would run into the limit of time that every test has.
+TEST_F(Connectivity, LargeDrawingsComeToAnEnd) {
   constexpr int kColumns = 100000;
   for (int i = 0; i < kColumns; ++i) {
     wire({{10 * i, 0}, {10 * i, 100}});
@@ -272,12 +271,7 @@ TEST_F(Connectivity, LargeDrawingsTakeSeconds) {
     model.placements.back().origin = QPoint(10 * i, 100);
   }
   wire({{0, 0}, {10 * kColumns, 0}});
-  const auto start = std::chrono::steady_clock::now();
-  const SchematicConnectivity found = findConnectivity(model, symbols);
-  const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-  EXPECT_EQ(found.nets.size(), 3u);
-  EXPECT_LT(seconds.count(), 10);
-  RecordProperty("milliseconds", static_cast<int>(1000 * seconds.count()));
+  EXPECT_EQ(findConnectivity(model, symbols).nets.size(), 3u);
 }
 
 } // namespace

