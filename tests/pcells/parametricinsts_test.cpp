@@ -128,6 +128,38 @@ TEST_F(ParametricInsts, ParametersAndPropertiesChangePlacesWithTheMaster) {
   EXPECT_EQ(oaProp::find(inst, "l"), nullptr);
 }
 
+TEST_F(ParametricInsts, AMasterGivenByItselfIsBoundWithItsParameters) {
+  oaDesign *sub = variant(one("w", 6));
+  oaScalarInst *inst = oaScalarInst::create(block_, sub, scalar("a"), oaTransform());
+  EXPECT_EQ(paramsOf(inst), "w=6");
+  EXPECT_EQ(inst->getMaster(), sub);
+  oaDesign *super = sub->getSuperMaster();
+  sub->close();
+  EXPECT_TRUE(super->isValid()) << "held by the instance";
+  // There and back, while nothing else holds the parametric master.
+  makeLeaf("leaf", oaBox(0, 0, 5, 5));
+  inst->setMaster(scalar(libName()), scalar("leaf"), scalar("layout"));
+  EXPECT_FALSE(super->isValid());
+  inst->setMaster(scalar(libName()), scalar("box"), scalar("layout"));
+  EXPECT_EQ(paramsOf(inst), "w=6");
+}
+
+TEST_F(ParametricInsts, HeadersFoldWhenTheMasterIsOrdinaryAgain) {
+  oaScalarInst *a = place(block_, "a", one("w", 1));
+  oaScalarInst *b = place(block_, "b", one("w", 2));
+  a->getMaster();
+  oaDesign *master = open("box", 'a');
+  oaRect::create(oaBlock::create(master), 1, 2, oaBox(0, 0, 8, 8));
+  master->undefineSuperMaster();
+  EXPECT_EQ(a->getMaster(), master);
+  EXPECT_EQ(b->getMaster(), master);
+  EXPECT_EQ(b->getHeader(), a->getHeader());
+  EXPECT_FALSE(a->getHeader()->isSubHeader());
+  EXPECT_EQ(a->getHeader()->getInsts().getCount(), 2u);
+  EXPECT_EQ(boxOf(block_), "0 0 8 8");
+  EXPECT_EQ(static_cast<oaIntProp *>(oaProp::find(b, "w"))->getValue(), 2);
+}
+
 TEST_F(ParametricInsts, CopiesKeepTheirParameters) {
   oaScalarInst *inst = place(block_, "a", one("w", 1));
   const auto *copy = static_cast<oaInst *>(inst->copy(oaTransform(oaPoint(100, 0))));
