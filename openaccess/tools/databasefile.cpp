@@ -7,7 +7,9 @@
 #include <algorithm>
 #include <cstring>
 #include <fcntl.h>
+#include <optional>
 #include <set>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace OpenAccess_4 {
@@ -50,11 +52,45 @@ template <typename Entry> std::string nameOf(const Entry &entry) {
   return name.substr(1, name.size() - 2);
 }
 
+// Also of a link that leads nowhere.
+bool nameExists(const std::string &path) {
+  struct stat status;
+  return ::lstat(path.c_str(), &status) == 0;
+}
+
+// Others make, remove and replace files at any moment: one that is gone when it is opened, or still empty, is no
+// damage.
+std::optional<MappedFile> mapped(const std::string &path, FileReport &report) {
+  constexpr int kAttempts = 3;
+  for (int attempt = 1;; ++attempt) {
+    try {
+      return MappedFile(path);
+    } catch (const oaException &exception) {
+      if (exception.getMsgId() == oacInvalidFileSize) {
+        report.warning("is empty: made, and never saved");
+        return std::nullopt;
+      }
+      const bool isThere = nameExists(path);
+      if (exception.getMsgId() != oacFileOpenFailed || (isThere && attempt == kAttempts)) {
+        throw;
+      }
+      if (!isThere) {
+        report.warning("was removed during the check");
+        return std::nullopt;
+      }
+    }
+  }
+}
+
 } // namespace
 
 std::unique_ptr<DatabaseFile> DatabaseFile::open(const std::string &path, FileReport &report) {
   try {
-    MappedFile mapping(path);
+    std::optional<MappedFile> found = mapped(path, report);
+    if (!found) {
+      return nullptr;
+    }
+    MappedFile &mapping = *found;
     if (isLicensedKit(mapping.bytes(), mapping.size())) {
       report.foreign("was written by the licensed OpenAccess kit (it begins with 67 45 23 01) and is not checked");
       return nullptr;

@@ -80,7 +80,7 @@ public:
     }
   }
 
-  void checkOne(const std::string &path) { checkUnlessEmpty(path, FileRole::any, oacUnknownType); }
+  void checkOne(const std::string &path) { checkDatabase(path, FileRole::any, oacUnknownType); }
 
   static std::string nameOf(const std::string &directory, const CheckOptions &options) {
     if (!options.libraryName.empty()) {
@@ -116,16 +116,6 @@ private:
   // Technology and management data may be there or not.
   void checkSideFile(const std::string &path, FileRole role, oaTypeEnum owner) {
     if (isRegularFile(path)) {
-      checkUnlessEmpty(path, role, owner);
-    }
-  }
-
-  // An empty file counts as none everywhere in the kit: somebody has made a database and not saved it yet.
-  void checkUnlessEmpty(const std::string &path, FileRole role, oaTypeEnum owner) {
-    if (isRegularFile(path) && fileSizeBytes(path) == 0) {
-      FileReport report(findings_, path);
-      report.warning("is empty: made, and never saved");
-    } else {
       checkDatabase(path, role, owner);
     }
   }
@@ -228,7 +218,7 @@ private:
       return; // removed since
     }
     if (fileSizeBytes(path) == 0 || isDesignName(path) || DatabaseFile::beginsLikeDatabase(path)) {
-      checkUnlessEmpty(path, FileRole::design, oacDesignType);
+      checkDatabase(path, FileRole::design, oacDesignType);
     } else {
       ++totals_.otherFiles;
     }
