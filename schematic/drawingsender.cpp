@@ -5,7 +5,6 @@
 #include "hostsyntax.h"
 #include "pointtext.h"
 #include "schematiclayers.h"
-#include "widenets.h"
 
 using namespace oa;
 
@@ -32,6 +31,12 @@ int degreesOf(const oaOrient &orient) {
   default:
     return 0;
   }
+}
+
+// Whether a block may have nets of several bits. Without any, wires do not have to be asked for theirs, which saves a
+// good part of the time to read them.
+bool mayHaveWideNets(const oaBlock *block) {
+  return !block->getBusNetDefs().isEmpty() || !block->getNets(oacNetIterBundle).isEmpty();
 }
 
 } // namespace

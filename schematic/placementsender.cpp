@@ -5,7 +5,6 @@
 #include "hostdatanames.h"
 #include "hostsyntax.h"
 #include "pointtext.h"
-#include "widenets.h"
 
 using namespace oa;
 
@@ -23,12 +22,14 @@ bool isLabelOffset(const oaString &name) {
   return *characters == 'l' && name == "labelOffset";
 }
 
-// An iterated instance I1[0:3], and a single bit of one, is I1 to the host.
-void cutRange(oaString &name) {
+// An iterated instance I1[0:3], and a single bit of one, is I1 to the host. False when there is nothing to cut.
+bool cutRange(oaString &name) {
   const oaUInt4 bracket = name.index('[');
-  if (bracket > 0 && bracket < name.getLength()) {
+  const bool isRange = bracket > 0 && bracket < name.getLength();
+  if (isRange) {
     name[bracket] = '\0';
   }
+  return isRange;
 }
 
 } // namespace
@@ -44,10 +45,35 @@ PlacementSender::PlacementSender(oaPlugInMain &host, WalkFaults &faults)
 }
 
 void PlacementSender::send(oaBlock *block) {
-  hasWideNets_ = mayHaveWideNets(block);
+  findPlacementsOnBuses(block);
   oaIter<oaInst> insts(block->getInsts(oacInstIterNotImplicit));
   while (oaInst *inst = insts.getNext()) {
     faults_.guardObject([&] { sendInst(block, inst); });
+  }
+}
+
+void PlacementSender::findPlacementsOnBuses(oaBlock *block) {
+  knowsPlacementsOnBuses_ = false;
+  faults_.guardObject([&] {
+    oaIter<oaBusNetDef> defs(block->getBusNetDefs());
+    while (const oaBusNetDef *def = defs.getNext()) {
+      oaIter<oaBusNet> buses(def->getBusNets());
+      while (const oaBusNet *bus = buses.getNext()) {
+        addPlacementsOn(bus);
+      }
+    }
+    oaIter<oaNet> bundles(block->getNets(oacNetIterBundle));
+    while (const oaNet *bundle = bundles.getNext()) {
+      addPlacementsOn(bundle);
+    }
+    knowsPlacementsOnBuses_ = true;
+  });
+}
+
+void PlacementSender::addPlacementsOn(const oaNet *net) {
+  oaIter<oaInstTerm> instTerms(net->getInstTerms());
+  while (const oaInstTerm *instTerm = instTerms.getNext()) {
+    placementsOnBuses_.insert(instTerm->getInst());
   }
 }
 
@@ -64,14 +90,13 @@ void PlacementSender::sendInst(oaBlock *block, oaInst *inst) {
     std::printf("set parameter...");
   }
   sendProperties(inst);
-  inst->getName(oaConvert::ns, name_);
-  cutRange(name_);
+  const oaVectorInstDef *def = readName(inst);
   emit setDataString_(deviceNameKey_, qtName_.set(name_));
   const bool isIterated = inst->getNumBits() > 1;
   if (isIterated) {
-    sendIteration(block, inst);
+    sendIteration(def ? def : oaVectorInstDef::find(block, oaScalarName(oaConvert::ns, name_)));
   }
-  if (isIterated || hasWideNets_) {
+  if (isIterated || !knowsPlacementsOnBuses_ || placementsOnBuses_.count(inst) != 0) {
     sendConnections(inst, isIterated);
   }
   if (debug_) {
@@ -118,8 +143,19 @@ void PlacementSender::sendProperties(oaInst *inst) {
   }
 }
 
-void PlacementSender::sendIteration(oaBlock *block, oaInst *inst) {
-  const oaVectorInstDef *def = defOf(block, inst);
+// The base name of an iterated instance is that of its definition, without the range that would be cut off again.
+const oaVectorInstDef *PlacementSender::readName(oaInst *inst) {
+  const oaVectorInstDef *def = nullptr;
+  if (inst->getType() == oacVectorInstType) {
+    def = static_cast<oaVectorInst *>(inst)->getDef();
+    def->getName(oaConvert::ns, name_);
+  } else {
+    inst->getName(oaConvert::ns, name_);
+  }
+  return cutRange(name_) ? nullptr : def;
+}
+
+void PlacementSender::sendIteration(const oaVectorInstDef *def) {
   if (!def) {
     return;
   }
@@ -127,18 +163,6 @@ void PlacementSender::sendIteration(oaBlock *block, oaInst *inst) {
   if (const oaVectorInst *first = insts.getNext()) {
     emit host_.upgradeToVectorPlacement(int(first->getStart()), int(first->getStop()));
   }
-}
-
-// Nearly always the instance's own, which needs no search.
-oaVectorInstDef *PlacementSender::defOf(oaBlock *block, oaInst *inst) {
-  if (inst->getType() == oacVectorInstType) {
-    oaVectorInstDef *own = static_cast<oaVectorInst *>(inst)->getDef();
-    own->getName(oaConvert::ns, value_);
-    if (value_ == name_) {
-      return own;
-    }
-  }
-  return oaVectorInstDef::find(block, oaScalarName(oaConvert::ns, name_));
 }
 
 void PlacementSender::sendConnections(oaInst *inst, bool isIterated) {

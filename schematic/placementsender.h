@@ -2,6 +2,7 @@
 #define PLACEMENTSENDER_H
 
 #include <unordered_map>
+#include <unordered_set>
 
 #include <QString>
 
@@ -26,13 +27,16 @@ private:
     QString library;
   };
 
+  void findPlacementsOnBuses(oa::oaBlock *block);
+  void addPlacementsOn(const oa::oaNet *net);
   void sendInst(oa::oaBlock *block, oa::oaInst *inst);
   const Symbol &symbolOf(oa::oaInst *inst);
   void sendProperties(oa::oaInst *inst);
-  void sendIteration(oa::oaBlock *block, oa::oaInst *inst);
-  // The definition by the name in `name_`.
-  oa::oaVectorInstDef *defOf(oa::oaBlock *block, oa::oaInst *inst);
-  // Connections of buses only, unless the instance is iterated.
+  // The host's name of the placement into `name_`. Gives the definition of an iterated instance, NULL when it has to be
+  // looked for under that name.
+  const oa::oaVectorInstDef *readName(oa::oaInst *inst);
+  void sendIteration(const oa::oaVectorInstDef *def);
+  // Connections of several bits only, unless the instance is iterated.
   void sendConnections(oa::oaInst *inst, bool isIterated);
   void sendConnection(const oa::oaInstTerm *instTerm, bool isIterated);
   // Fills `termText_`; false when the terminal's name cannot be had.
@@ -52,8 +56,10 @@ private:
   std::unordered_map<const oa::oaObject *, Symbol> symbolByHeader_;
   // Buses have many connections, and a name of several bits takes a while to put together.
   std::unordered_map<const oa::oaNet *, QString> nameByNet_;
-  // Otherwise there is no need to look at the connections of plain instances.
-  bool hasWideNets_ = true;
+  // Instances with connections of several bits, and some of the iterated ones. Most schematics have few, so that there
+  // is no need to look at the connections of every instance, unless one of the buses is damaged.
+  std::unordered_set<const oa::oaInst *> placementsOnBuses_;
+  bool knowsPlacementsOnBuses_ = false;
 
   oa::oaString name_;
   oa::oaString value_;

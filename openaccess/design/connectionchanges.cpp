@@ -57,6 +57,28 @@ template <typename Value, typename Values> std::vector<std::uint32_t> firstPlace
 
 // Making.
 
+// Runs cannot change: from now on the index answers, without looking through all rows again for each change.
+void Connections::forgetRuns() {
+  if (design_.connectivity.instTermRuns.isBuilt()) {
+    design_.connectivity.instTermRuns.clear();
+    instTermsOfInst(design_);
+  }
+}
+
+void Connections::noteJoined(Row net, Row row) {
+  OwnerIndex &index = connectionIndexOf(design_, net);
+  if (index.isBuilt()) {
+    index.add(net, row);
+  }
+}
+
+void Connections::noteLeft(Row net, Row row) {
+  OwnerIndex &index = connectionIndexOf(design_, net);
+  if (index.isBuilt()) {
+    index.remove(net, row);
+  }
+}
+
 Row Connections::addRow(Row inst, Row net, const ConnectionKey &key, bool isImplicit) {
   InstTermTable &instTerms = design_.instTerms;
   const Row row = instTerms.addRow();
@@ -73,6 +95,7 @@ Row Connections::addRow(Row inst, Row net, const ConnectionKey &key, bool isImpl
   if (isImplicit) {
     instTerms.flags.set(row, kInstTermImplicit);
   }
+  forgetRuns();
   if (design_.instTermsOfInst.isBuilt()) {
     design_.instTermsOfInst.add(inst, row);
   }
@@ -80,8 +103,8 @@ Row Connections::addRow(Row inst, Row net, const ConnectionKey &key, bool isImpl
     design_.connectivity.instTermsByName.add(slotOf(inst, key), row);
   }
   instTerms.net.set(row, net);
-  if (net != kNoRow && design_.instTermsOfNet.isBuilt()) {
-    design_.instTermsOfNet.add(net, row);
+  if (net != kNoRow) {
+    noteJoined(net, row);
   }
   design_.touch();
   return row;
@@ -174,18 +197,18 @@ void Connections::setNet(Row row, Row net) {
   if (old == net) {
     return;
   }
-  OwnerIndex &index = instTermsOfNet(design_);
   if (old != kNoRow) {
-    index.remove(old, row);
+    noteLeft(old, row);
   }
   design_.instTerms.net.set(row, net);
   if (net != kNoRow) {
-    index.add(net, row);
+    noteJoined(net, row);
   }
   design_.touch();
 }
 
 void Connections::setImplicit(Row row, bool isImplicit) {
+  forgetRuns();
   design_.instTerms.flags.set(row, isImplicit ? kInstTermImplicit : 0);
   design_.touch();
 }
@@ -268,12 +291,13 @@ void Connections::leave(Row row) {
   if (design_.connectivity.instTermsByName.isBuilt()) {
     design_.connectivity.instTermsByName.remove(slotOf(inst, keyOf(row)), row);
   }
+  forgetRuns();
   if (design_.instTermsOfInst.isBuilt()) {
     design_.instTermsOfInst.remove(inst, row);
   }
   const Row net = design_.instTerms.net[row];
-  if (design_.instTermsOfNet.isBuilt() && net != kNoRow) {
-    design_.instTermsOfNet.remove(net, row);
+  if (net != kNoRow) {
+    noteLeft(net, row);
   }
   if (memberCount(row) == 0) {
     return;

@@ -95,6 +95,9 @@ private:
   Nets netsByOwners(const std::vector<Row> &bits, Row except) const;
   bool agree(Row net, Row other) const;
   Row addRow(Row inst, Row net, const ConnectionKey &key, bool isImplicit);
+  void forgetRuns();
+  void noteJoined(Row net, Row row);
+  void noteLeft(Row net, Row row);
   void setNet(Row row, Row net);
   void setImplicit(Row row, bool isImplicit);
   void setMembers(Row row, const std::vector<Row> &members);

@@ -13,17 +13,29 @@ namespace kit {
 
 namespace {
 
-template <typename TableType>
-void buildOwnerIndex(OwnerIndex &index, const TableType &table, const Column<Row> &owners) {
+// Of the owners for which `isWanted(Row)` holds.
+template <typename TableType, typename IsWanted>
+void buildOwnerIndex(OwnerIndex &index, const TableType &table, const Column<Row> &owners, IsWanted isWanted) {
   if (index.isBuilt()) {
     return;
   }
   index.clear();
   index.fill<Row>(table.rowCount(), [&](Row row, Row &owner) {
     owner = owners[row];
-    return owner != kNoRow && table.isAlive(row);
+    return owner != kNoRow && isWanted(owner) && table.isAlive(row);
   });
   index.setBuilt();
+}
+
+template <typename TableType>
+void buildOwnerIndex(OwnerIndex &index, const TableType &table, const Column<Row> &owners) {
+  buildOwnerIndex(index, table, owners, [](Row) { return true; });
+}
+
+// Also for rows out of a damaged file that are no nets.
+bool isWideNet(const DesignDatabase &design, Row net) {
+  const std::uint8_t kind = net < design.nets.rowCount() ? design.nets.kind[net] : 0;
+  return kind == oacBusNetType || kind == oacBundleNetType;
 }
 
 // What is connected to a net that goes or becomes implicit.
@@ -44,7 +56,7 @@ void leaveTermsOfNet(DesignDatabase &design, Row net, bool explicitOnly) {
 }
 
 void leaveInstTermsOfNet(DesignDatabase &design, Row net, bool explicitOnly) {
-  const std::vector<Row> connected = instTermsOfNet(design).rows(net).copy();
+  const std::vector<Row> connected = instTermsOfNet(design, net).rows(net).copy();
   for (const Row instTerm : connected) {
     const bool isImplicit = (design.instTerms.flags[instTerm] & kInstTermImplicit) != 0;
     if (!explicitOnly || !isImplicit) {
@@ -191,9 +203,15 @@ OwnerIndex &instTermsOfInst(DesignDatabase &design) {
   buildOwnerIndex(design.instTermsOfInst, design.instTerms, design.instTerms.inst);
   return design.instTermsOfInst;
 }
-OwnerIndex &instTermsOfNet(DesignDatabase &design) {
-  buildOwnerIndex(design.instTermsOfNet, design.instTerms, design.instTerms.net);
-  return design.instTermsOfNet;
+OwnerIndex &connectionIndexOf(DesignDatabase &design, Row net) {
+  return isWideNet(design, net) ? design.instTermsOfWideNet : design.instTermsOfBitNet;
+}
+OwnerIndex &instTermsOfNet(DesignDatabase &design, Row net) {
+  const bool isWide = isWideNet(design, net);
+  OwnerIndex &index = connectionIndexOf(design, net);
+  buildOwnerIndex(index, design.instTerms, design.instTerms.net,
+                  [&](Row owner) { return isWideNet(design, owner) == isWide; });
+  return index;
 }
 
 } // namespace kit

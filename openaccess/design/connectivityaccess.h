@@ -79,7 +79,10 @@ OwnerIndex &termsOfNet(DesignDatabase &design);
 OwnerIndex &pinsOfTerm(DesignDatabase &design);
 OwnerIndex &instsOfHeader(DesignDatabase &design);
 OwnerIndex &instTermsOfInst(DesignDatabase &design);
-OwnerIndex &instTermsOfNet(DesignDatabase &design);
+// The one of two that holds the connections of `net`.
+OwnerIndex &instTermsOfNet(DesignDatabase &design, Row net);
+// The same as it is, built or not.
+OwnerIndex &connectionIndexOf(DesignDatabase &design, Row net);
 
 // A name prefix + number that no object of the index uses.
 std::string automaticName(const NameIndex &index, const char *prefix, std::uint32_t &nextNumber);

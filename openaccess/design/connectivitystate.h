@@ -2,6 +2,7 @@
 #define OAKIT_CONNECTIVITYSTATE_H
 
 #include "oa/oaBox.h"
+#include "ownerruns.h"
 #include "table.h"
 
 #include <unordered_map>
@@ -27,7 +28,11 @@ struct BitsIndexes {
 struct ConnectivityState {
   NameIndex instHeadersByKey; // see instheader.cpp
   OwnerIndex subHeadersOfInstHeader;
-  OwnerIndex instTermsByName; // hash of instance and terminal name -> connections; see connections.h
+  // Explicit connections of each instance, among which implicit ones may stand. Only while nobody needs all of them:
+  // see DesignDatabase::instTermsOfInst.
+  OwnerRuns instTermRuns;
+  bool areInstTermsInOrder = true; // false: they have no runs
+  OwnerIndex instTermsByName;      // hash of instance and terminal name -> connections; see connections.h
   // Union of the boxes of all instances, and the masters' boxes (by header row) it was made from.
   bool isRefBoxKnown = false;
   oaBox refBox;
@@ -39,6 +44,8 @@ struct ConnectivityState {
     triedToBindAt.clear();
     instHeadersByKey.clear();
     subHeadersOfInstHeader.clear();
+    instTermRuns.clear();
+    areInstTermsInOrder = true;
     instTermsByName.clear();
     isRefBoxKnown = false;
     masterBoxes.clear();

@@ -190,7 +190,7 @@ void DesignDatabase::contentsChanged() {
     index->clear();
   }
   for (OwnerIndex *index :
-       {&termsOfNet, &pinsOfTerm, &instsOfHeader, &instTermsOfInst, &instTermsOfNet, &shapesOfLpp, &shapesOfNet,
+       {&termsOfNet, &pinsOfTerm, &instsOfHeader, &instTermsOfInst, &instTermsOfBitNet, &instTermsOfWideNet, &shapesOfLpp, &shapesOfNet,
         &shapesOfPin, &instsOfPin, &viasOfNet, &viasOfPin, &displaysOfObject, &equivalentNets, &instTermsOfInstTerm}) {
     index->clear();
   }

@@ -109,7 +109,9 @@ public:
   BitsIndexes netBitsIndexes, termBitsIndexes, instBitsIndexes;
   OwnerIndex equivalentNets;      // net named in NetTable::equivalents -> nets of the set
   OwnerIndex instTermsOfInstTerm; // implicit connection -> connections of several bits that it is a bit of
-  OwnerIndex termsOfNet, pinsOfTerm, instsOfHeader, instTermsOfInst, instTermsOfNet;
+  OwnerIndex termsOfNet, pinsOfTerm, instsOfHeader, instTermsOfInst;
+  // Nets of several bits apart: they have few of the connections, and are asked for theirs while no other net is.
+  OwnerIndex instTermsOfBitNet, instTermsOfWideNet;
   // These are read and written through figureindexes.h only: rows that were destroyed or have left their owner stay in
   // them and are skipped.
   OwnerIndex shapesOfLpp, shapesOfNet, shapesOfPin, instsOfPin, viasOfNet, viasOfPin, displaysOfObject;

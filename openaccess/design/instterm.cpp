@@ -144,32 +144,80 @@ bool passesFilter(const CollectionQuestion &question, Row row) {
          ((question.flags & oacInstTermIterSingleBit) == 0 || connections.hasOneBit(row));
 }
 
+// Makes the runs unless the index is there. False when the explicit connections are not in the order of their
+// instances.
+bool hasRuns(DesignDatabase &design) {
+  ConnectivityState &state = design.connectivity;
+  if (state.instTermRuns.isBuilt()) {
+    return true;
+  }
+  if (design.instTermsOfInst.isBuilt() || !state.areInstTermsInOrder) {
+    return false;
+  }
+  const InstTermTable &instTerms = design.instTerms;
+  const Row rows = instTerms.rowCount();
+  state.instTermRuns.clear();
+  Row inst = kNoRow;
+  Row begin = 0;
+  Row end = 0;
+  for (Row row = 0; row < rows && state.areInstTermsInOrder; ++row) {
+    if (!instTerms.isAlive(row) || (instTerms.flags[row] & kInstTermImplicit) != 0) {
+      continue;
+    }
+    if (instTerms.inst[row] != inst) {
+      state.areInstTermsInOrder = inst == kNoRow || state.instTermRuns.append(kInstTable, inst, {begin, end});
+      inst = instTerms.inst[row];
+      begin = row;
+    }
+    end = row + 1;
+  }
+  if (inst != kNoRow && state.areInstTermsInOrder) {
+    state.areInstTermsInOrder = state.instTermRuns.append(kInstTable, inst, {begin, end});
+  }
+  if (!state.areInstTermsInOrder) {
+    state.instTermRuns.clear();
+    return false;
+  }
+  state.instTermRuns.setBuilt();
+  return true;
+}
+
 class InstTermsOfInst final : public MembersKind {
 public:
   InstTermsOfInst() : MembersKind(instTermsOfInst, kInstTermTable) {}
 
-  // `hint` is how many of the instance come behind the one returned last. They nearly always lie side by side, so most
-  // steps need no search.
-  oaObject *next(const CollectionQuestion &question, Row &position, Row &hint) const override {
+  // `end` is the row behind the last one of the instance. They nearly always lie side by side, so most steps need no
+  // search.
+  oaObject *next(const CollectionQuestion &question, Row &position, Row &end) const override {
+    DesignDatabase &design = designOf(*question.table);
+    Row row = position + 1;
     if (position == kNoRow) {
-      return search(question, position, hint);
+      const bool isExplicitOnly = (question.flags & oacInstTermIterNotImplicit) != 0;
+      if (!isExplicitOnly || !hasRuns(design)) {
+        return search(question, position, end);
+      }
+      const OwnerRuns::Run run = design.connectivity.instTermRuns.rows(kInstTable, question.owner);
+      row = run.begin;
+      end = run.end;
     }
-    InstTermTable &instTerms = designOf(*question.table).instTerms;
-    Row row = position;
-    for (Row left = hint; left != 0; --left) {
-      ++row;
+    InstTermTable &instTerms = design.instTerms;
+    for (; row < end; ++row) {
       const Row *inst = instTerms.inst.ready(row);
       const std::uint8_t *kind = instTerms.kind.ready(row);
-      if (OA_UNLIKELY(inst == nullptr || *inst != question.owner || kind == nullptr || *kind == 0)) {
-        return search(question, position, hint);
-      }
-      if (passesFilter(question, row)) {
+      if (OA_UNLIKELY(inst == nullptr || kind == nullptr)) { // the first of a segment
+        if (instTerms.inst[row] == question.owner && instTerms.isAlive(row) && passesFilter(question, row)) {
+          position = row;
+          return instTerms.handle(row);
+        }
+      } else if (*inst != question.owner || *kind == 0) {
+        if (design.instTermsOfInst.isBuilt() && position != kNoRow) { // the next may be far away
+          return search(question, position, end);
+        }
+      } else if (passesFilter(question, row)) {
         position = row;
-        hint = left - 1;
         return instTerms.handle(row, *kind);
       }
     }
-    hint = 0;
     return nullptr;
   }
 
@@ -177,18 +225,18 @@ protected:
   bool accepts(const CollectionQuestion &question, Row row) const override { return passesFilter(question, row); }
 
 private:
-  oaObject *search(const CollectionQuestion &question, Row &position, Row &left) const {
+  oaObject *search(const CollectionQuestion &question, Row &position, Row &end) const {
     const RowSpan rows = members(question);
     const Row *found = std::lower_bound(rows.begin(), rows.end(), position + 1); // kNoRow + 1 is 0
     while (found != rows.end() && !passesFilter(question, *found)) {
       ++found;
     }
     if (found == rows.end()) {
-      left = 0;
+      end = 0;
       return nullptr;
     }
     position = *found;
-    left = static_cast<Row>(rows.end() - found - 1);
+    end = rows.end()[-1] + 1;
     return memberTable(question).handle(position);
   }
 };

@@ -75,7 +75,7 @@ protected:
 // `hint` is the place of the net being walked among its equivalents.
 class ConnectedKind : public CollectionKind {
 public:
-  using IndexOf = OwnerIndex &(*)(DesignDatabase &);
+  using IndexOf = OwnerIndex &(*)(DesignDatabase &, Row net);
   ConnectedKind(IndexOf indexOf, std::uint16_t memberTableId, oaUInt4 notImplicit, oaUInt4 withEquivalents)
       : indexOf_(indexOf), memberTableId_(memberTableId), notImplicit_(notImplicit), withEquivalents_(withEquivalents) {
   }
@@ -85,7 +85,7 @@ public:
     Table &table = *design.table(memberTableId_);
     const RowSpan nets = netsOf(design, question);
     for (; hint < nets.size(); ++hint, position = kNoRow) {
-      const RowSpan members = indexOf_(design).rows(nets[hint]);
+      const RowSpan members = indexOf_(design, nets[hint]).rows(nets[hint]);
       auto member = position == kNoRow ? members.begin() : std::upper_bound(members.begin(), members.end(), position);
       while (member != members.end() && (question.flags & notImplicit_) != 0 && isImplicitMember(design, *member)) {
         ++member;
@@ -280,7 +280,8 @@ void oaNet::merge(oaNet *fromNet) {
 }
 
 oaCollection<oaTerm, oaNet> oaNet::getTerms(oaUInt4 filterFlags) const {
-  static const ConnectedKind kind(termsOfNet, kTermTable, oacTermIterNotImplicit, oacTermIterEquivNets);
+  static const ConnectedKind kind([](DesignDatabase &design, Row) -> OwnerIndex & { return termsOfNet(design); },
+                                  kTermTable, oacTermIterNotImplicit, oacTermIterEquivNets);
   const DesignRow at = netRow(this);
   return CollectionAccess::make<oaCollection<oaTerm, oaNet>>(kind, &at.design.nets, at.row, filterFlags);
 }
