@@ -39,6 +39,12 @@ bool mayHaveWideNets(const oaBlock *block) {
   return !block->getBusNetDefs().isEmpty() || !block->getNets(oacNetIterBundle).isEmpty();
 }
 
+// Single bits are told by their type, without a look at the net itself.
+bool isWide(const oaNet *net) {
+  const oaTypeEnum type = net->getType();
+  return type != oacScalarNetType && type != oacBusNetBitType && net->getNumBits() > 1;
+}
+
 } // namespace
 
 DrawingSender::DrawingSender(oaPlugInMain &host, WalkFaults &faults)
@@ -213,7 +219,7 @@ void DrawingSender::sendLine(oaLine *line) {
     return sendWire(points, hasBusFlag_, *shownColour_);
   }
   if (const oaNet *net = line->getNet()) {
-    return sendWire(points, hasBusFlag_ || net->getNumBits() > 1, *shownColour_);
+    return sendWire(points, hasBusFlag_ || isWide(net), *shownColour_);
   }
   if (isOnWireLayer) {
     return sendWire(points, hasBusFlag_, *shownColour_);
@@ -231,7 +237,7 @@ void DrawingSender::sendPath(oaPath *path) {
   outline.compress(points_);
   const QPolygon &points = polygon_.set(points_.getNumElements() < 3 ? outline : points_);
   if (const oaNet *net = path->getNet()) {
-    return sendWire(points, net->getNumBits() > 1, *shownColour_);
+    return sendWire(points, isWide(net), *shownColour_);
   }
   sendPolygon(points, *shownColour_);
 }
@@ -245,7 +251,7 @@ void DrawingSender::sendPathSeg(oaPathSeg *segment) {
   segment->getPoints(begin, end);
   const QPolygon &points = polygon_.set(begin, end);
   if (const oaNet *net = segment->getNet()) {
-    return sendWire(points, net->getNumBits() > 1, *shownColour_);
+    return sendWire(points, isWide(net), *shownColour_);
   }
   sendPolyline(points, *shownColour_);
 }

@@ -73,7 +73,10 @@ void PlacementSender::findPlacementsOnBuses(oaBlock *block) {
 void PlacementSender::addPlacementsOn(const oaNet *net) {
   oaIter<oaInstTerm> instTerms(net->getInstTerms());
   while (const oaInstTerm *instTerm = instTerms.getNext()) {
-    placementsOnBuses_.insert(instTerm->getInst());
+    const oaInst *inst = instTerm->getInst();
+    if (inst->getType() != oacVectorInstType) { // which are looked at anyway
+      placementsOnBuses_.insert(inst);
+    }
   }
 }
 
@@ -96,7 +99,8 @@ void PlacementSender::sendInst(oaBlock *block, oaInst *inst) {
   if (isIterated) {
     sendIteration(def ? def : oaVectorInstDef::find(block, oaScalarName(oaConvert::ns, name_)));
   }
-  if (isIterated || !knowsPlacementsOnBuses_ || placementsOnBuses_.count(inst) != 0) {
+  if (isIterated || inst->getType() == oacVectorInstType || !knowsPlacementsOnBuses_ ||
+      placementsOnBuses_.count(inst) != 0) {
     sendConnections(inst, isIterated);
   }
   if (debug_) {

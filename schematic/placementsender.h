@@ -56,7 +56,7 @@ private:
   std::unordered_map<const oa::oaObject *, Symbol> symbolByHeader_;
   // Buses have many connections, and a name of several bits takes a while to put together.
   std::unordered_map<const oa::oaNet *, QString> nameByNet_;
-  // Instances with connections of several bits, and some of the iterated ones. Most schematics have few, so that there
+  // Instances with connections of several bits, but for vector instances. Most schematics have few, so that there
   // is no need to look at the connections of every instance, unless one of the buses is damaged.
   std::unordered_set<const oa::oaInst *> placementsOnBuses_;
   bool knowsPlacementsOnBuses_ = false;

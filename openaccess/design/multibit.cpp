@@ -246,12 +246,10 @@ OwnerIndex &MultiBit::objectsOfDef() const {
   OwnerIndex &index = family_.indexes.objectsOfDef;
   if (!index.isBuilt()) {
     index.clear();
-    for (Row row = family_.objects.nextAlive(kNoRow); row != kNoRow; row = family_.objects.nextAlive(row)) {
-      const Row owner = def(row);
-      if (owner != kNoRow) {
-        index.add(owner, row);
-      }
-    }
+    index.fill<Row>(family_.objects.rowCount(), [&](Row row, Row &owner) {
+      owner = family_.objects.isAlive(row) ? def(row) : kNoRow;
+      return owner != kNoRow;
+    });
     index.setBuilt();
   }
   return index;
