@@ -16,6 +16,7 @@ struct CommandContext {
   QString pluginFile;      // empty: found from the place of the executable
   QString libraryDefsHome; // empty: HOME as it is
   bool debug = false;
+  double waitSeconds = 0; // for a library that another process writes to
   // Set by the callback of a command that draws: it gets a QGuiApplication (fonts) instead of a QCoreApplication.
   bool needsDrawing = false;
   // Returns the exit code.

@@ -147,7 +147,6 @@ int runRemove(const CommandContext &context, const RemoveOptions &options) {
     throw HostError(QStringLiteral("the name of the view to be removed is empty"));
   const QString view = isWholeCell ? QString() : nameFromCommandLine(options.view);
   session.requireLibrary(lib);
-  session.waitForLibrary(lib);
   checkEditors(session, lib, cell, view, options.isForced);
   return isWholeCell ? removeCell(session, lib, cell) : removeView(session, lib, cell, view);
 }
@@ -167,7 +166,6 @@ int runData(const CommandContext &context, const DataOptions &options) {
   const QString lib = nameFromCommandLine(options.lib);
   const QString cell = nameFromCommandLine(options.cell);
   session.requireLibrary(lib);
-  session.waitForLibrary(lib);
   session.requireCell(lib, cell);
   oaPlugInCore &core = session.core();
   if (options.isRemoved)

@@ -67,6 +67,16 @@ QString lockText(const QString &path) {
   return parts.join(QStringLiteral(", "));
 }
 
+// The lock file in the directory that a process holds, empty when there is none.
+QString heldLockIn(const QString &directory) {
+  const QDir files(directory);
+  for (const QString &file : files.entryList({QStringLiteral("*.cdslck")}, QDir::Files | QDir::Hidden)) {
+    if (isLocked(files.filePath(file)))
+      return files.filePath(file);
+  }
+  return {};
+}
+
 QString processName(const QByteArray &id) {
   QFile name(QStringLiteral("/proc/%1/comm").arg(QLatin1String(id)));
   const QString text = QStringLiteral("process %1").arg(QLatin1String(id));
@@ -113,13 +123,13 @@ QString accessHolder(const QString &directory) {
 
 QString viewEditor(const QString &directory, const QString &cell, const QString &view) {
   for (const QString &cellDirectory : directoriesNamed(directory, cell)) {
+    const QString ofCell = view.isEmpty() ? heldLockIn(cellDirectory) : QString();
+    if (!ofCell.isEmpty())
+      return QStringLiteral("%1: %2").arg(cell, lockText(ofCell));
     for (const QString &viewDirectory : directoriesNamed(cellDirectory, view)) {
-      const QDir files(viewDirectory);
-      for (const QString &file : files.entryList({QStringLiteral("*.cdslck")}, QDir::Files | QDir::Hidden)) {
-        if (isLocked(files.filePath(file)))
-          return QStringLiteral("%1/%2: %3")
-              .arg(cell, nameOfDirectory(files.dirName()), lockText(files.filePath(file)));
-      }
+      const QString ofView = heldLockIn(viewDirectory);
+      if (!ofView.isEmpty())
+        return QStringLiteral("%1/%2: %3").arg(cell, nameOfDirectory(QDir(viewDirectory).dirName()), lockText(ofView));
     }
   }
   return {};

@@ -11,7 +11,7 @@ bool waitForLibrary(const QString &directory, int timeoutMs);
 // "process 4711 (tclsh8.6)" for one that has access to the library, of those on this machine; empty when none is found.
 QString accessHolder(const QString &directory);
 // Who edits a view of the library, as its lock file says: "cell/view: login ann, host pc7, process 4711, ...". Empty
-// when nobody does. An empty `view` stands for all views of the cell.
+// when nobody does. An empty `view` stands for all views of the cell, and for the cell's own data.
 QString viewEditor(const QString &directory, const QString &cell, const QString &view);
 
 #endif

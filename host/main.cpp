@@ -8,11 +8,13 @@
 #include <QGuiApplication>
 #include <QtGlobal>
 
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <memory>
 #include <new>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -24,6 +26,7 @@ struct GlobalOptions {
   std::string pluginFile;
   std::string libraryDefsHome;
   bool debug = false;
+  double waitSeconds = 10;
 };
 
 void addGlobalOptions(CLI::App &app, GlobalOptions &options) {
@@ -32,6 +35,10 @@ void addGlobalOptions(CLI::App &app, GlobalOptions &options) {
   app.add_option("--lib-defs-home", options.libraryDefsHome,
                  "Directory that takes the place of HOME, where lib.defs is looked for and made")
       ->type_name("DIR");
+  app.add_option("--wait", options.waitSeconds, "Wait so long for a library that another process writes to")
+      ->type_name("SECONDS")
+      ->check(CLI::Range(0.0, 86400.0))
+      ->capture_default_str();
   app.add_flag("--debug", options.debug, "Print the plug-in's progress lines on standard error");
   app.set_version_flag("--version", std::string("oahost " OAHOST_VERSION), "Print the version and exit");
   app.require_subcommand(1);
@@ -69,6 +76,14 @@ int runCommand(const CommandContext &context) {
   return kFailure;
 }
 
+// Streams and databases are mapped. Nothing of ours shortens one in place; what another program cuts ends up here
+// instead of in a silent death. Cells that were saved stay.
+void fileWasCut(int) {
+  static const char message[] = "oahost: a file was cut short, or its disk failed, while it was read\n";
+  [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, message, sizeof message - 1);
+  ::_exit(kFailure);
+}
+
 int run(int argc, char **argv) {
   CLI::App app("Reads and writes OpenAccess libraries through the editor's plug-in", "oahost");
   GlobalOptions options;
@@ -104,6 +119,8 @@ int run(int argc, char **argv) {
   context.pluginFile = QString::fromLocal8Bit(options.pluginFile.c_str());
   context.libraryDefsHome = QString::fromLocal8Bit(options.libraryDefsHome.c_str());
   context.debug = options.debug;
+  context.waitSeconds = options.waitSeconds;
+  std::signal(SIGBUS, fileWasCut);
   const std::unique_ptr<QCoreApplication> application = makeApplication(context, argc, argv);
   return runCommand(context);
 }

@@ -21,7 +21,8 @@ QString defaultPluginFile() {
 
 } // namespace
 
-PluginSession::PluginSession(const CommandContext &context) : capture_(context.debug) {
+PluginSession::PluginSession(const CommandContext &context)
+    : capture_(context.debug), waitMs_(static_cast<int>(context.waitSeconds * 1000)) {
   if (!context.libraryDefsHome.isEmpty()) {
     const QFileInfo home(context.libraryDefsHome);
     if (!home.isDir())
@@ -107,6 +108,7 @@ void PluginSession::requireLibrary(const QString &lib) {
     }
     throw HostError(QStringLiteral("library %1 is not known; it is not defined in %2").arg(lib, file));
   }
+  waitForLibrary(path, waitMs_);
 }
 
 void PluginSession::requireAnswer(const QString &lib, const QString &what, int errorsBefore) {
@@ -127,13 +129,6 @@ void PluginSession::requireCell(const QString &lib, const QString &cell) {
     return;
   requireAnswer(lib, QStringLiteral("cell %1 of library %2").arg(cell, lib), errorsBefore);
   throw HostError(QStringLiteral("library %1 has no cell %2").arg(lib, cell));
-}
-
-void PluginSession::waitForLibrary(const QString &lib) {
-  constexpr int kWaitMs = 10000;
-  const QString directory = core_->getLibPath(lib);
-  if (!directory.isEmpty())
-    ::waitForLibrary(directory, kWaitMs);
 }
 
 QString PluginSession::requireView(const QString &lib, const QString &cell, const QString &view) {

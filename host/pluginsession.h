@@ -46,15 +46,14 @@ public:
 
   // Throws HostError when there is no lib.defs, or none that can be read.
   void requireLibraryDefinitions();
-  // Throws HostError unless the library is known.
+  // Throws HostError unless the library is known. While another process writes to it, waits as long as the plug-in does
+  // before it writes: reading operations hardly wait themselves.
   void requireLibrary(const QString &lib);
   // Throws HostError unless the library has the cell.
   void requireCell(const QString &lib, const QString &cell);
   // Throws HostError when the plug-in has complained since `errorsBefore` were counted: `what` cannot be looked up.
   // Says who holds the library, where that can be known.
   void requireAnswer(const QString &lib, const QString &what, int errorsBefore);
-  // Waits as long as the plug-in waits before it writes, for another process that writes to the library.
-  void waitForLibrary(const QString &lib);
   // Throws HostError unless the cell view exists; returns its view type ("maskLayout", ...).
   QString requireView(const QString &lib, const QString &cell, const QString &view);
 
@@ -74,6 +73,7 @@ private:
   QHash<QString, int> reports_;
   QStringList repeatedReports_; // in order
   int reportedErrors_ = 0;
+  int waitMs_ = 0;
   bool areReportsIgnored_ = false;
 };
 

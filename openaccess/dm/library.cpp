@@ -53,9 +53,11 @@ void Library::endAccess() {
 LibraryStructure &Library::structure(bool forWriting) {
   const oaLibAccessLevelEnum level = access_.level();
   if (level == oacNoLibAccessLevel || (forWriting && level != oacWriteLibAccessLevel)) {
-    raiseDM(oacLibAccessDenied, "library " + label_ + ": " + (forWriting ? "write" : "read") +
-                                    " access is needed, and " +
-                                    (level == oacNoLibAccessLevel ? "none" : "only read access") + " is held");
+    const char *found = access_.wasRefused()           ? "another process had it when it was asked for"
+                        : level == oacNoLibAccessLevel ? "none is held"
+                                                       : "only read access is held";
+    raiseDM(oacLibAccessDenied,
+            "library " + label_ + ": " + (forWriting ? "write" : "read") + " access is needed, and " + found);
   }
   return *structure_;
 }

@@ -24,7 +24,8 @@ bool LibraryAccess::acquire(oaLibAccessEnum kind, unsigned long long timeoutMs) 
     } catch (const oaError &error) {
       raiseDM(oacCannotOpenLibDataFile, "library " + label_ + ": " + std::string(error.getMsg()));
     }
-    if (!lock_) {
+    wasRefused_ = !lock_;
+    if (wasRefused_) {
       return false;
     }
     level_ = kind == oacWriteLibAccess ? oacWriteLibAccessLevel : oacReadLibAccessLevel;

@@ -17,6 +17,8 @@ public:
   LibraryAccess(std::string libraryFilePath, std::string label);
 
   oaLibAccessLevelEnum level() const { return level_; }
+  // Others held the library, and kept it, when access was asked for last.
+  bool wasRefused() const { return wasRefused_; }
   // How often access was granted and not given back.
   unsigned count() const { return count_; }
   // Waits up to `timeoutMs`, and at least kMomentMs, for others. Reading inside writing counts as writing. Raises
@@ -33,6 +35,7 @@ private:
   std::string label_;
   oaLibAccessLevelEnum level_ = oacNoLibAccessLevel;
   unsigned count_ = 0;
+  bool wasRefused_ = false;
   std::unique_ptr<FileLock> lock_;
 };
 

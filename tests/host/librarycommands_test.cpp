@@ -57,8 +57,8 @@ protected:
       std::fflush(nullptr);
       _exit(testing::Test::HasFailure() ? 1 : 0);
     }
-    int status = 0;
-    waitpid(child, &status, 0);
+    int status = -1;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
     EXPECT_EQ(status, 0);
   }
   std::string output(const char *arguments) {
@@ -137,7 +137,7 @@ TEST_F(LibraryCommands, LayersOfALibraryWhoseDirectoryHasAnotherName) {
   EXPECT_EQ(output("layers lib"), "7 ours\n");
 }
 
-// Another process, which runs a script and then stays until it is released.
+// Another process, which runs a script and then stays until it is released or this process has ended.
 class Holder {
 public:
   Holder(const HostProcess &host, const char *script) {
@@ -145,7 +145,7 @@ public:
     environment.insert("HOME", host.path(""));
     process_.setProcessEnvironment(environment);
     process_.setWorkingDirectory(host.path(""));
-    process_.start(OAHOST_FILE, {"tcl", "-c", QString(script) + "\nputs held; flush stdout; after 60000"});
+    process_.start(OAHOST_FILE, {"tcl", "-c", QString(script) + "\nputs held; flush stdout; read stdin"});
     constexpr int kTimeoutMs = 30000;
     EXPECT_TRUE(process_.waitForReadyRead(kTimeoutMs)) << process_.readAllStandardError().toStdString();
   }
@@ -154,7 +154,8 @@ public:
     process_.kill();
     process_.waitForFinished();
   }
-  std::string id() const { return "process " + std::to_string(process_.processId()); }
+  pid_t process() const { return static_cast<pid_t>(process_.processId()); }
+  std::string id() const { return "process " + std::to_string(process()); }
 
 private:
   QProcess process_;
@@ -164,7 +165,7 @@ TEST_F(LibraryCommands, WhoHoldsTheLibraryIsNamed) {
   const Holder holder(host, "oa::getAccess [oa::LibFind lib] write");
   for (const char *arguments : {"cells lib", "views lib INV", "view-type lib INV layout", "components lib"}) {
     SCOPED_TRACE(arguments);
-    const HostResult result = host.run(arguments);
+    const HostResult result = host.run(("--wait 0.1 " + std::string(arguments)).c_str());
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.output, QByteArray());
     EXPECT_THAT(result.errors, HasSubstr("cannot be looked up: " + holder.id()));
@@ -172,13 +173,16 @@ TEST_F(LibraryCommands, WhoHoldsTheLibraryIsNamed) {
   }
 }
 
-TEST_F(LibraryCommands, RemovingAndDataWaitForTheLibrary) {
-  for (const char *arguments : {"rm lib INV layout", "data lib INV --set x", "rm lib INV"}) {
+TEST_F(LibraryCommands, CommandsWaitForTheLibrary) {
+  for (const char *arguments :
+       {"cells lib", "dump lib INV layout", "rm lib INV layout", "data lib INV --set x", "rm lib INV"}) {
     SCOPED_TRACE(arguments);
-    Holder holder(host, "oa::getAccess [oa::LibFind lib] write");
-    std::thread release([&] {
+    const Holder holder(host, "oa::getAccess [oa::LibFind lib] write");
+    const pid_t holding = holder.process();
+    ASSERT_GT(holding, 0) << "0 would be this test and whoever runs it";
+    std::thread release([holding] {
       std::this_thread::sleep_for(std::chrono::milliseconds(700));
-      kill(static_cast<pid_t>(std::stol(holder.id().substr(8))), SIGKILL);
+      kill(holding, SIGKILL);
     });
     const HostResult result = host.run(arguments);
     release.join();
@@ -201,6 +205,14 @@ TEST_F(LibraryCommands, WhatIsBeingEditedStays) {
   const HostResult forced = host.run("rm lib INV layout --force");
   EXPECT_EQ(forced.output, "removed lib/INV/layout\n") << forced.errors;
   EXPECT_THAT(forced.errors, HasSubstr("somebody edits INV/layout"));
+}
+
+TEST_F(LibraryCommands, CellStaysWhileItsDataAreEdited) {
+  const Holder editor(host, "oa::CellDMDataOpen lib INV a");
+  const HostResult result = host.run("rm lib INV");
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_THAT(result.errors, HasSubstr("somebody edits INV: login "));
+  EXPECT_EQ(output("rm lib INV layout"), "removed lib/INV/layout\n");
 }
 
 // The lock file that a killed editor leaves behind is no editor.
