@@ -2,22 +2,16 @@
 
 #include <cstdio>
 
-#include <CLI/CLI.hpp>
-#include <QCoreApplication>
-
+#include "benchmain.h"
 #include "benchplugin.h"
 #include "benchreport.h"
 #include "oaplugincore.h"
 
 namespace {
 
-struct Options {
-  std::string plugIn;
-  std::string folder = "/tmp";
+struct Options : BenchOptions {
   int cells = 10000;
-  int runs = 5;
-  // Set in the processes that measure the first call: the folder of the library, and whether its cache is to be used.
-  std::string measuredFolder;
+  // Set in the processes that measure the first call: whether the cache is to be used.
   bool usesCache = false;
 };
 
@@ -118,10 +112,7 @@ int parseAndRun(int argc, char **argv) {
   app.add_option("--cells", options.cells, "cells of the library; one in ten has no symbol")
       ->check(CLI::Range(2, 1000000))
       ->capture_default_str();
-  app.add_option("--runs", options.runs, "timed runs")->check(CLI::Range(1, 1000))->capture_default_str();
-  app.add_option("--folder", options.folder, "where the temporary library goes")->capture_default_str();
-  app.add_option("--plugin", options.plugIn, "plug-in to measure (default: the one of this build)");
-  app.add_option("--measured-folder", options.measuredFolder)->group(""); // for the driver's own further processes
+  addBenchOptions(app, options, "timed runs");
   app.add_flag("--use-cache", options.usesCache)->group("");
   CLI11_PARSE(app, argc, argv);
   return options.measuredFolder.empty() ? run(options) : measureFirstCall(options);
@@ -129,12 +120,4 @@ int parseAndRun(int argc, char **argv) {
 
 } // namespace
 
-int main(int argc, char **argv) {
-  try {
-    const QCoreApplication application(argc, argv);
-    return parseAndRun(argc, argv);
-  } catch (const std::exception &error) {
-    std::fprintf(stderr, "bench_components: %s\n", error.what());
-    return 1;
-  }
-}
+int main(int argc, char **argv) { return benchMain(argc, argv, parseAndRun); }

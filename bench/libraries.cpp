@@ -2,24 +2,18 @@
 
 #include <cstdio>
 
-#include <CLI/CLI.hpp>
-#include <QCoreApplication>
 #include <QDirIterator>
 
+#include "benchmain.h"
 #include "benchplugin.h"
 #include "benchreport.h"
 #include "oaplugincore.h"
 
 namespace {
 
-struct Options {
-  std::string plugIn;
-  std::string folder = "/tmp";
+struct Options : BenchOptions {
   int cells = 10000;
   int removed = 1000;
-  int runs = 5;
-  // Set in the processes that measure the first calls: the folder of the library.
-  std::string measuredFolder;
 };
 
 const double kMsPerNs = 1e-6;
@@ -144,10 +138,7 @@ int parseAndRun(int argc, char **argv) {
   app.add_option("--removed", options.removed, "how many of them are removed")
       ->check(CLI::Range(1, 1000000))
       ->capture_default_str();
-  app.add_option("--runs", options.runs, "timed processes")->check(CLI::Range(1, 1000))->capture_default_str();
-  app.add_option("--folder", options.folder, "where the temporary library goes")->capture_default_str();
-  app.add_option("--plugin", options.plugIn, "plug-in to measure (default: the one of this build)");
-  app.add_option("--measured-folder", options.measuredFolder)->group(""); // for the driver's own further processes
+  addBenchOptions(app, options, "timed processes");
   CLI11_PARSE(app, argc, argv);
   if (options.removed > options.cells) {
     throw std::runtime_error("--removed: there are only " + std::to_string(options.cells) + " cells");
@@ -157,12 +148,4 @@ int parseAndRun(int argc, char **argv) {
 
 } // namespace
 
-int main(int argc, char **argv) {
-  try {
-    const QCoreApplication application(argc, argv);
-    return parseAndRun(argc, argv);
-  } catch (const std::exception &error) {
-    std::fprintf(stderr, "bench_libraries: %s\n", error.what());
-    return 1;
-  }
-}
+int main(int argc, char **argv) { return benchMain(argc, argv, parseAndRun); }

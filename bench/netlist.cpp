@@ -4,11 +4,9 @@
 #include <cstdio>
 #include <string>
 
-#include <CLI/CLI.hpp>
-#include <QCoreApplication>
-
 #include <oa/oaDesignDB.h>
 
+#include "benchmain.h"
 #include "benchplugin.h"
 #include "benchreport.h"
 #include "netliststream.h"
@@ -18,9 +16,7 @@ using namespace oa;
 
 namespace {
 
-struct Options {
-  std::string plugIn;
-  std::string folder = "/tmp";
+struct Options : BenchOptions {
   std::vector<std::string> workloads = {"gates", "buses"};
   std::vector<int> counts = {10000, 30000, 100000};
   int runs = 5;
@@ -184,11 +180,7 @@ int parseAndRun(int argc, char **argv) {
   app.add_option("--count", options.counts, "placements, bits counted; one measurement each")
       ->check(CLI::Range(kWidth, 10000000))
       ->capture_default_str();
-  app.add_option("--runs", options.runs, "timed runs after one that warms up")
-      ->check(CLI::Range(1, 1000))
-      ->capture_default_str();
-  app.add_option("--folder", options.folder, "where the temporary library goes")->capture_default_str();
-  app.add_option("--plugin", options.plugIn, "plug-in to measure (default: the one of this build)");
+  addBenchOptions(app, options, "timed runs after one that warms up");
   CLI11_PARSE(app, argc, argv);
   for (int &count : options.counts) {
     count -= count % kWidth;
@@ -199,13 +191,11 @@ int parseAndRun(int argc, char **argv) {
 } // namespace
 
 int main(int argc, char **argv) {
-  try {
-    const QCoreApplication application(argc, argv);
-    return parseAndRun(argc, argv);
-  } catch (const std::exception &error) {
-    std::fprintf(stderr, "bench_netlist: %s\n", error.what());
-  } catch (const oaException &error) {
-    std::fprintf(stderr, "bench_netlist: %s\n", static_cast<const oaChar *>(error.getMsg()));
-  }
-  return 1;
+  return benchMain(argc, argv, [](int count, char **arguments) {
+    try {
+      return parseAndRun(count, arguments);
+    } catch (const oaException &error) {
+      throw std::runtime_error(static_cast<const oaChar *>(error.getMsg()));
+    }
+  });
 }

@@ -5,11 +5,9 @@
 #include <cstdio>
 #include <string>
 
-#include <CLI/CLI.hpp>
-#include <QCoreApplication>
-
 #include <oa/oaDesignDB.h>
 
+#include "benchmain.h"
 #include "benchplugin.h"
 #include "benchreport.h"
 #include "oaplugincore.h"
@@ -20,9 +18,7 @@ using namespace oa;
 
 namespace {
 
-struct Options {
-  std::string plugIn;
-  std::string folder = "/tmp";
+struct Options : BenchOptions {
   std::vector<std::string> workloads = {"pcells", "vias"};
   int pcells = 10000;
   int variants = 200;
@@ -268,11 +264,7 @@ int parseAndRun(int argc, char **argv) {
   app.add_option("--variants", options.variants, "different ones among them")->check(some)->capture_default_str();
   app.add_option("--vias", options.vias, "vias")->check(some)->capture_default_str();
   app.add_option("--kinds", options.kinds, "different ones among them")->check(some)->capture_default_str();
-  app.add_option("--runs", options.runs, "timed runs after one that warms up")
-      ->check(CLI::Range(1, 1000))
-      ->capture_default_str();
-  app.add_option("--folder", options.folder, "where the temporary library goes")->capture_default_str();
-  app.add_option("--plugin", options.plugIn, "plug-in to measure (default: the one of this build)");
+  addBenchOptions(app, options, "timed runs after one that warms up");
   CLI11_PARSE(app, argc, argv);
   if (options.pcells <= options.variants || options.vias <= options.kinds) {
     throw std::runtime_error("there have to be more placements than different ones");
@@ -283,13 +275,11 @@ int parseAndRun(int argc, char **argv) {
 } // namespace
 
 int main(int argc, char **argv) {
-  try {
-    const QCoreApplication application(argc, argv);
-    return parseAndRun(argc, argv);
-  } catch (const std::exception &error) {
-    std::fprintf(stderr, "bench_parametriclayout: %s\n", error.what());
-  } catch (const oaException &error) {
-    std::fprintf(stderr, "bench_parametriclayout: %s\n", static_cast<const oaChar *>(error.getMsg()));
-  }
-  return 1;
+  return benchMain(argc, argv, [](int count, char **arguments) {
+    try {
+      return parseAndRun(count, arguments);
+    } catch (const oaException &error) {
+      throw std::runtime_error(static_cast<const oaChar *>(error.getMsg()));
+    }
+  });
 }

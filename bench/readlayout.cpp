@@ -4,10 +4,9 @@
 #include <algorithm>
 #include <cstdio>
 
-#include <CLI/CLI.hpp>
-#include <QCoreApplication>
 #include <QFileInfo>
 
+#include "benchmain.h"
 #include "benchplugin.h"
 #include "benchreport.h"
 #include "klayoutpeer.h"
@@ -17,9 +16,7 @@
 
 namespace {
 
-struct Options {
-  std::string plugIn;
-  std::string folder = "/tmp";
+struct Options : BenchOptions {
   std::vector<std::string> workloads;
   std::vector<int> counts = {1000000, 10000000};
   int instances = 1000000;
@@ -145,37 +142,22 @@ int run(const Options &options) {
 
 int parseAndRun(int argc, char **argv) {
   Options options;
-  std::string listed = "workloads:\n";
   for (const workload::Named &named : workload::kAll) {
     options.workloads.push_back(named.name);
-    listed += std::string("  ") + named.name + ": " + named.description + "\n";
   }
   CLI::App app("Measures openLayout() against its floor: the same signals from arrays in memory, in the same run.\n" +
-               listed);
+               listOf(workload::kAll));
   app.add_option("--workload", options.workloads, "workloads to run (default: all)");
   app.add_option("--count", options.counts, "shapes of the flat workloads, one measurement each")
       ->capture_default_str();
   app.add_option("--instances", options.instances, "instances of that workload")->capture_default_str();
-  app.add_option("--runs", options.runs, "timed runs after one that warms up")
-      ->check(CLI::Range(1, 1000))
-      ->capture_default_str();
   app.add_flag("--cold", options.isCold, "take the design file out of the page cache before each run");
   app.add_flag("!--no-peer", options.hasPeer, "leave out the comparison with klayout");
-  app.add_option("--folder", options.folder, "where the temporary library goes")->capture_default_str();
-  app.add_option("--plugin", options.plugIn, "plug-in to measure (default: the one of this build)");
-  app.add_option("--measured-folder", options.measuredFolder)->group(""); // for the driver's own second process
+  addBenchOptions(app, options, "timed runs after one that warms up");
   CLI11_PARSE(app, argc, argv);
   return options.measuredFolder.empty() ? run(options) : measureMemory(options);
 }
 
 } // namespace
 
-int main(int argc, char **argv) {
-  try {
-    const QCoreApplication application(argc, argv);
-    return parseAndRun(argc, argv);
-  } catch (const std::exception &error) {
-    std::fprintf(stderr, "bench_readlayout: %s\n", error.what());
-    return 1;
-  }
-}
+int main(int argc, char **argv) { return benchMain(argc, argv, parseAndRun); }

@@ -4,10 +4,9 @@
 #include <algorithm>
 #include <cstdio>
 
-#include <CLI/CLI.hpp>
-#include <QCoreApplication>
 #include <QFileInfo>
 
+#include "benchmain.h"
 #include "benchplugin.h"
 #include "benchreport.h"
 #include "oaplugincore.h"
@@ -16,14 +15,10 @@
 
 namespace {
 
-struct Options {
-  std::string plugIn;
-  std::string folder = "/tmp";
+struct Options : BenchOptions {
   std::vector<std::string> workloads;
   int placements = 100000;
-  int runs = 5;
-  // Set in the process that measures memory: the folder of the library to read, and the cell.
-  std::string measuredFolder;
+  // Set in the process that measures memory: the cell to read.
   std::string measuredCell;
 };
 
@@ -140,24 +135,17 @@ int run(const Options &options) {
 
 int parseAndRun(int argc, char **argv) {
   Options options;
-  std::string listed = "workloads:\n";
   for (const schematicworkload::Named &named : schematicworkload::kAll) {
     options.workloads.push_back(named.name);
-    listed += std::string("  ") + named.name + ": " + named.description + "\n";
   }
   CLI::App app(
       "Measures openSchematic() against its floor: the same signals from arrays in memory, in the same run.\n" +
-      listed);
+      listOf(schematicworkload::kAll));
   app.add_option("--workload", options.workloads, "workloads to run (default: all)");
   app.add_option("--placements", options.placements, "size; the other kinds are in proportion to it")
       ->check(CLI::Range(100, 10000000))
       ->capture_default_str();
-  app.add_option("--runs", options.runs, "timed runs after one that warms up")
-      ->check(CLI::Range(1, 1000))
-      ->capture_default_str();
-  app.add_option("--folder", options.folder, "where the temporary library goes")->capture_default_str();
-  app.add_option("--plugin", options.plugIn, "plug-in to measure (default: the one of this build)");
-  app.add_option("--measured-folder", options.measuredFolder)->group(""); // for the driver's own second process
+  addBenchOptions(app, options, "timed runs after one that warms up");
   app.add_option("--measured-cell", options.measuredCell)->group("");
   CLI11_PARSE(app, argc, argv);
   return options.measuredFolder.empty() ? run(options) : measureMemory(options);
@@ -165,14 +153,4 @@ int parseAndRun(int argc, char **argv) {
 
 } // namespace
 
-int main(int argc, char **argv) {
-  try {
-    const QCoreApplication application(argc, argv);
-    return parseAndRun(argc, argv);
-  } catch (const std::exception &error) {
-    std::fprintf(stderr, "bench_readschematic: %s\n", error.what());
-  } catch (const QString &text) { // so the reader tells what the host is to show
-    std::fprintf(stderr, "bench_readschematic: %s\n", qPrintable(text));
-  }
-  return 1;
-}
+int main(int argc, char **argv) { return benchMain(argc, argv, parseAndRun); }

@@ -4,10 +4,9 @@
 #include <algorithm>
 #include <cstdio>
 
-#include <CLI/CLI.hpp>
-#include <QCoreApplication>
 #include <QFileInfo>
 
+#include "benchmain.h"
 #include "benchplugin.h"
 #include "benchreport.h"
 #include "klayoutpeer.h"
@@ -17,9 +16,7 @@
 
 namespace {
 
-struct Options {
-  std::string plugIn;
-  std::string folder = "/tmp";
+struct Options : BenchOptions {
   std::vector<std::string> workloads = {"rectangles"};
   int count = 10000000;
   int peerCount = 0; // 0: as many as the plug-in writes
@@ -97,32 +94,17 @@ int run(const Options &options) {
 
 int parseAndRun(int argc, char **argv) {
   Options options;
-  std::string listed = "workloads:\n";
-  for (const workload::Named &named : workload::kAll) {
-    listed += std::string("  ") + named.name + ": " + named.description + "\n";
-  }
-  CLI::App app("Measures saveLayout(), the save operations and saveClose(), flushed to disk.\n" + listed);
+  CLI::App app("Measures saveLayout(), the save operations and saveClose(), flushed to disk.\n" +
+               listOf(workload::kAll));
   app.add_option("--workload", options.workloads, "workloads to run")->capture_default_str();
   app.add_option("--count", options.count, "objects to write")->capture_default_str();
-  app.add_option("--runs", options.runs, "timed runs after one that warms up")
-      ->check(CLI::Range(1, 1000))
-      ->capture_default_str();
   app.add_option("--peer-count", options.peerCount, "rectangles that klayout writes (default: all of them)");
   app.add_flag("!--no-peer", options.hasPeer, "leave out the comparison with klayout");
-  app.add_option("--folder", options.folder, "where the temporary library goes")->capture_default_str();
-  app.add_option("--plugin", options.plugIn, "plug-in to measure (default: the one of this build)");
+  addBenchOptions(app, options, "timed runs after one that warms up");
   CLI11_PARSE(app, argc, argv);
   return run(options);
 }
 
 } // namespace
 
-int main(int argc, char **argv) {
-  try {
-    const QCoreApplication application(argc, argv);
-    return parseAndRun(argc, argv);
-  } catch (const std::exception &error) {
-    std::fprintf(stderr, "bench_writelayout: %s\n", error.what());
-    return 1;
-  }
-}
+int main(int argc, char **argv) { return benchMain(argc, argv, parseAndRun); }
