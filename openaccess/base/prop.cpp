@@ -1,6 +1,7 @@
 #include "oa/oaProp.h"
 
 #include "database.h"
+#include "numbertext.h"
 #include "oa/oaBaseMsgIds.h"
 #include "oa/oaType.h"
 #include "properties.h"
@@ -130,20 +131,12 @@ oaString nameIn(const oaProp *prop) {
   return name;
 }
 
-std::string numberText(const char *format, double value) {
-  char text[64];
-  std::snprintf(text, sizeof text, format, value);
-  return text;
-}
-
 std::string timeText(oaTime time) {
   char text[64];
-  struct tm parts;
-  if (::localtime_r(&time, &parts) == nullptr ||
-      std::strftime(text, sizeof text, "%a %b %e %H:%M:%S %Y", &parts) == 0) {
+  if (::ctime_r(&time, text) == nullptr) {
     return std::to_string(time);
   }
-  return text;
+  return std::string(text, std::strcspn(text, "\n"));
 }
 
 } // namespace
@@ -204,7 +197,7 @@ std::string valueText(const oaProp *prop) {
   case oacFloatRangePropType:
   case oacDoublePropType:
   case oacDoubleRangePropType:
-    return numberText("%g", doubleOf(bitsIn(prop)));
+    return kit::numberText(doubleOf(bitsIn(prop)));
   case oacBooleanPropType:
     return bitsIn(prop) != 0 ? "true" : "false";
   case oacTimePropType:

@@ -8,6 +8,7 @@
 #include <memory>
 #include <strings.h>
 
+#include "numbertext.h"
 #include "raise.h"
 
 namespace OpenAccess_4 {
@@ -183,7 +184,7 @@ int oaString::toInt() const {
   return static_cast<int>(std::clamp<long>(value, INT_MIN, INT_MAX));
 }
 
-oaDouble oaString::toDouble() const { return std::strtod(text_, nullptr); }
+oaDouble oaString::toDouble() const { return kit::numberIn(text_); }
 
 void oaString::toUpper() {
   for (oaChar *c = text_; *c; ++c)

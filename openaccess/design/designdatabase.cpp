@@ -292,6 +292,7 @@ const oaBox &DesignDatabase::blockBox() {
   }
   const PinnedDesign pinned(*this);
   const BoxDepth depth;
+  const SubMasterBox boxOfVariant(subState != nullptr);
   isFindingBlockBox_ = true;
   try {
     dropOrphanedDisplays(*this);

@@ -1,6 +1,7 @@
 #include "storedparams.h"
 
 #include "designaccess.h"
+#include "numbertext.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -77,12 +78,10 @@ ParamValue valueOf(const oaParam &param) {
 
 std::string shownValue(const oaParam &param) {
   const ParamValue value = valueOf(param);
-  char number[40];
   switch (param.getType()) {
   case oacFloatParamType:
   case oacDoubleParamType:
-    std::snprintf(number, sizeof number, "%g", doubleOf(value.number));
-    return number;
+    return numberText(doubleOf(value.number));
   case oacBooleanParamType:
     return value.number != 0 ? "true" : "false";
   case oacStringParamType:

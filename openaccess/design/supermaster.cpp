@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 #include <vector>
 
 namespace OpenAccess_4 {
@@ -31,18 +32,28 @@ constexpr int kMaxEvaluationsAtOnce = 10000;
 class Evaluation {
 public:
   Evaluation() {
-    if (nested_++ == 0) {
-      atOnce_ = 0;
-    }
+    begin();
     ++atOnce_;
   }
-  ~Evaluation() { --nested_; }
+  ~Evaluation() { end(); }
   Evaluation(const Evaluation &) = delete;
   Evaluation &operator=(const Evaluation &) = delete;
+  // What leads to further evaluations, and is to be counted with them, begins and ends.
+  static void begin() {
+    if (nested_++ == 0) {
+      atOnce_ = 0;
+      endless_.clear();
+    }
+  }
+  static void end() { --nested_; }
   // Empty as long as there may be more.
-  static std::string whyNoMore() {
+  static std::string whyNoMore(const DesignDatabase *super) {
     if (nested_ >= kMaxNestedEvaluations) {
+      endless_.insert(super);
       return std::to_string(nested_) + " evaluations are under way already, each for the sake of the next";
+    }
+    if (nested_ != 0 && endless_.count(super) != 0) { // two in each would be 2 to the power of 64
+      return std::to_string(kMaxNestedEvaluations) + " evaluations, each for the sake of the next, were not enough";
     }
     return nested_ != 0 && atOnce_ >= kMaxEvaluationsAtOnce
                ? std::to_string(atOnce_) + " evaluations were needed already for the sake of one"
@@ -51,9 +62,12 @@ public:
 
 private:
   static int nested_, atOnce_;
+  // Super masters of which there were too many within each other; only compared.
+  static std::set<const DesignDatabase *> endless_;
 };
 int Evaluation::nested_ = 0;
 int Evaluation::atOnce_ = 0;
+std::set<const DesignDatabase *> Evaluation::endless_;
 
 // An evaluator that says that it stores more is wrong.
 constexpr oaUInt4 kMostDataBytes = 256U << 20;
@@ -99,7 +113,7 @@ void bindDefinition(DesignDatabase &super, const Definition &def) {
 bool callOnEval(const DesignDatabase &sub, oaDesign *design, const Definition &def) {
   PcellObservers &observers = PcellObservers::instance();
   const std::string label = sub.label();
-  const std::string whyNot = Evaluation::whyNoMore();
+  const std::string whyNot = Evaluation::whyNoMore(sub.subState->super);
   if (!whyNot.empty()) {
     observers.tellError(design, label + ": " + whyNot, oacPcellEvalError);
     return false;
@@ -256,6 +270,18 @@ void createProp(oaObject *owner, const oaParam &param) {
 }
 
 } // namespace
+
+SubMasterBox::SubMasterBox(bool isSubMaster) : isSubMaster_(isSubMaster) {
+  if (isSubMaster_) {
+    Evaluation::begin();
+  }
+}
+
+SubMasterBox::~SubMasterBox() {
+  if (isSubMaster_) {
+    Evaluation::end();
+  }
+}
 
 void paramsBecomeProps(oaObject *owner, const oaParamArray &params) {
   for (oaUInt4 i = 0; i < params.getNumElements(); ++i) {

@@ -35,6 +35,19 @@ struct SubMasterState {
   std::string key;
 };
 
+// Finding the box of a sub master evaluates what it places, and so on: to the limits, it counts like an evaluation
+// under way. Boxes of other designs do not.
+class SubMasterBox {
+public:
+  explicit SubMasterBox(bool isSubMaster);
+  ~SubMasterBox();
+  SubMasterBox(const SubMasterBox &) = delete;
+  SubMasterBox &operator=(const SubMasterBox &) = delete;
+
+private:
+  bool isSubMaster_;
+};
+
 bool isSuperMaster(const DesignDatabase &design);
 // Parameters with default values, in their order.
 void getDefaultParams(const DesignDatabase &super, oaParamArray &params);

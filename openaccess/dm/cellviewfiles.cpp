@@ -3,6 +3,7 @@
 #include "diskname.h"
 #include "filelayer.h"
 #include "filelock.h"
+#include "oa/oaException.h"
 #include "raise.h"
 
 #include <algorithm>
@@ -68,7 +69,14 @@ std::string fileOfMasterTag(const std::string &directory) {
   if (!isRegularFile(path) || fileSizeBytes(path) > kMasterTagLimitBytes) {
     return {};
   }
-  const std::string text = readSmallFile(path, kMasterTagLimitBytes);
+  std::string text;
+  try {
+    text = readSmallFile(path, kMasterTagLimitBytes);
+  } catch (const oaException &) {
+    if (isRegularFile(path)) { // nobody has removed it meanwhile
+      throw;
+    }
+  }
   for (std::size_t begin = 0; begin < text.size();) {
     const std::size_t end = std::min(text.find('\n', begin), text.size());
     std::string line = text.substr(begin, end - begin);
@@ -146,7 +154,14 @@ std::string findPrimaryFile(const std::string &directory) {
   if (!tagged.empty() && isRegularFile(directory + "/" + tagged)) {
     return tagged;
   }
-  std::vector<std::string> files = visibleFiles(directory);
+  std::vector<std::string> files;
+  try {
+    files = visibleFiles(directory);
+  } catch (const oaException &) {
+    if (isDirectory(directory)) { // nobody has removed it meanwhile
+      throw;
+    }
+  }
   const auto isSide = [](const std::string &name) {
     return name == kMasterTagFile || name == kManagementDataFile || endsWith(name, ".oa-") || endsWith(name, ".oa+");
   };

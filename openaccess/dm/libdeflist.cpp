@@ -83,7 +83,6 @@ void readForGet(Row row) {
 
 void openHierarchy(Row top) {
   LibDefLists &lists = LibDefLists::instance();
-  lists.setTopList(kNoRow);
   kit::LibDefLoader loader;
   if (loader.readHierarchy(top)) {
     lists.setTopList(top);
@@ -147,7 +146,6 @@ oaCollection<oaLibDefListMem, oaLibDefList> oaLibDefList::getMembers() const {
 
 void oaLibDefList::openLibs() {
   LibDefLists &lists = LibDefLists::instance();
-  lists.setTopList(kNoRow);
   const std::string path = kit::defaultLibDefPath();
   if (path.empty()) {
     LibDefObservers::instance().warn(nullptr, "there is no lib.defs in the working, home or installation directory",
@@ -168,7 +166,6 @@ void oaLibDefList::openLibs() {
 
 void oaLibDefList::openLibs(const oaString &path) {
   LibDefLists &lists = LibDefLists::instance();
-  lists.setTopList(kNoRow);
   const bool isKnown = lists.find(kit::absolutePath(std::string(path))) != kNoRow;
   const Row top = getOrAdd(std::string(path));
   try {
@@ -212,6 +209,7 @@ oaLibDefList *oaLibDefList::get(const oaString &filePath, oaChar mode) {
     lists.list(row).isModified = true;
   }
   lists.list(row).mode = mode;
+  lists.list(row).isNewFile = mode == 'w' && ::access(fullPath.c_str(), F_OK) != 0;
   if (isNew) {
     tellCreated(lists.object(row));
   }

@@ -9,6 +9,9 @@
 #include "session.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
 #include <filesystem>
 #include <strings.h>
 #include <unistd.h>
@@ -93,6 +96,34 @@ void checkWritable(const std::string &path) {
     raiseDM(oacLibDefListDirNotWritable, "file " + path + ": no file can be made in directory " + directory);
   }
 }
+
+// Processes that all want to make a file at once need one that they can lock: makes an empty one, which goes again when
+// nothing has taken its place.
+class FileToLock {
+public:
+  explicit FileToLock(const std::string &path) : path_(path) {
+    const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (file < 0 && errno != EEXIST) {
+      raiseDM(oacLibDefListFileNotWritable, "file " + path + ": cannot be made: " + std::strerror(errno));
+    }
+    if (file >= 0) {
+      isMade_ = true;
+      ::close(file);
+    }
+  }
+  ~FileToLock() {
+    if (isMade_ && fileSizeBytes(path_) == 0) {
+      ::unlink(path_.c_str());
+    }
+  }
+  FileToLock(const FileToLock &) = delete;
+  FileToLock &operator=(const FileToLock &) = delete;
+  void keep() { isMade_ = false; }
+
+private:
+  const std::string path_;
+  bool isMade_ = false;
+};
 
 } // namespace
 
@@ -299,20 +330,23 @@ void LibDefLists::write(Row row) {
   LibDefList &saved = list(row);
   const std::string target = targetOf(saved.fullPath);
   checkWritable(target);
-  std::unique_ptr<FileLock> lock;
-  if (isRegularFile(target)) {
-    lock = FileLock::acquire(target, FileLock::Kind::exclusive, kSaveWaitMs);
-    if (!lock) {
-      raiseDM(oacLibDefListFileNotWritable, "file " + target + ": is being written by another process");
-    }
-    if (saved.mode == 'a' && FileStamp::of(target) != saved.stamp) {
-      takeInAdditions(row);
-    }
+  FileToLock unlessThere(target);
+  const std::unique_ptr<FileLock> lock = FileLock::acquire(target, FileLock::Kind::exclusive, kSaveWaitMs);
+  if (!lock) {
+    raiseDM(oacLibDefListFileNotWritable, "file " + target + ": is being written by another process");
   }
-  replaceFile(target, textOf(row));
-  saved.stamp = FileStamp::of(target);
+  if ((saved.mode == 'a' || saved.isNewFile) && FileStamp::of(target) != saved.stamp) {
+    takeInAdditions(row);
+  }
+  const std::string text = textOf(row);
+  AtomicFile file(target);
+  file.write(text.data(), text.size());
+  // Taken now: as soon as the file is in place, the next process may add to it.
+  file.commit([&] { saved.stamp = FileStamp::of(file.temporaryPath()); });
+  unlessThere.keep(); // also when the list is empty
   saved.isModified = false;
   saved.isRead = true;
+  saved.isNewFile = false;
   saved.knownInFile.clear();
   for (const Row member : saved.memberRows()) {
     const LibDefMember &written = LibDefMembers::instance().member(member);

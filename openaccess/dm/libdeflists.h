@@ -63,6 +63,8 @@ struct LibDefList {
   bool isModified = false;
   bool isRead = false;
   FileStamp stamp; // of the file when it was read or written
+  // There was no file when the list was asked for in order to write one: what others write meanwhile is not to be lost.
+  bool isNewFile = false;
   // Names and included paths that were in the file then.
   std::set<std::string> knownInFile;
 

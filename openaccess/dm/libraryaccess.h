@@ -39,9 +39,9 @@ private:
   std::unique_ptr<FileLock> lock_;
 };
 
-// A save of another process holds the lock for an instant. That is not what a client means by "in use", so even a
-// request that does not want to wait lets such an instant pass.
-constexpr unsigned kMomentMs = 100;
+// A save of another process holds the lock for an instant, in which a slow disk flushes a few files. That is not what a
+// client means by "in use", so even a request that does not want to wait lets such an instant pass.
+constexpr unsigned kMomentMs = 400;
 
 } // namespace kit
 } // namespace OpenAccess_4

@@ -3,6 +3,7 @@
 #include "cellviewfiles.h"
 #include "diskname.h"
 #include "library.h"
+#include "oa/oaException.h"
 #include "raise.h"
 #include "viewtypes.h"
 
@@ -16,6 +17,18 @@ namespace kit {
 namespace {
 
 enum StructureTableId : std::uint16_t { kCellTable = 10, kViewTable = 11, kCellViewTable = 12, kFileTable = 13 };
+
+// Of a cell that another process removes just now: none.
+std::vector<std::string> viewDirectories(const std::string &cellDirectory) {
+  try {
+    return namedDirectories(cellDirectory);
+  } catch (const oaException &) {
+    if (isDirectory(cellDirectory)) {
+      throw;
+    }
+    return {};
+  }
+}
 
 std::string viewKey(const std::string &name, Row type) { return name + '/' + std::to_string(type); }
 std::string cellViewKey(Row cell, const std::string &name) { return std::to_string(cell) + '/' + name; }
@@ -75,7 +88,7 @@ void LibraryStructure::listCellViews(Row row) {
   if (cell(row).areViewsListed) {
     return;
   }
-  for (const std::string &name : namedDirectories(cellDirectory(row))) {
+  for (const std::string &name : viewDirectories(cellDirectory(row))) {
     if (found(cellViewsByKey_, cellViewKey(row, name)) == kNoRow) {
       addCellView(row, name);
     }

@@ -62,14 +62,15 @@ AtomicFile::AtomicFile(const std::string &targetPath) : targetPath_(targetPath),
   for (unsigned attempt = 0; file_ < 0; ++attempt) {
     temporaryPath_ = directory_ + "/" + prefix + std::to_string(getpid()) + "-" + std::to_string(attempt);
     file_ = files.open(temporaryPath_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (file_ < 0 && (errno != EEXIST || attempt == 1000)) {
-      const int error = errno;
+    const int error = errno;
+    if (file_ >= 0 && attempt < 1000 && isTakenForAbandoned()) {
+      files.close(file_);
+      file_ = -1;
+    } else if (file_ < 0 && (error != EEXIST || attempt == 1000)) {
       temporaryPath_.clear();
       fail(oacFileOpenFailed, "cannot create a file beside it", error);
     }
   }
-  // The lock says that the file is being written; it vanishes with this process.
-  (void)::flock(file_, LOCK_EX | LOCK_NB);
   struct stat old;
   if (::stat(targetPath_.c_str(), &old) == 0) {
     (void)::fchmod(file_, old.st_mode & 07777);
@@ -79,6 +80,9 @@ AtomicFile::AtomicFile(const std::string &targetPath) : targetPath_(targetPath),
 AtomicFile::~AtomicFile() {
   if (file_ >= 0) {
     FileLayer::current().close(file_);
+  }
+  if (lock_ >= 0) {
+    ::close(lock_);
   }
   if (!temporaryPath_.empty()) {
     FileLayer::current().unlink(temporaryPath_.c_str());
@@ -99,12 +103,23 @@ void AtomicFile::removeAbandoned(const std::string &directory, const std::string
     if (file < 0) {
       continue;
     }
-    if (::flock(file, LOCK_EX | LOCK_NB) == 0) {
+    // Its writer may have put it in place meanwhile, and begun another one of that name.
+    if (::flock(file, LOCK_EX | LOCK_NB) == 0 && isOpenFileAt(file, path)) {
       ::unlink(path.c_str());
     }
     ::close(file);
   }
   ::closedir(entries);
+}
+
+// Locks the new file, which says that it is being written; the lock vanishes with this process. True when another
+// writer found the file before it was locked, and removes it.
+bool AtomicFile::isTakenForAbandoned() const {
+  if (::flock(file_, LOCK_EX | LOCK_NB) != 0) {
+    return errno == EWOULDBLOCK; // some file systems have no locks
+  }
+  struct stat status;
+  return ::fstat(file_, &status) == 0 && status.st_nlink == 0;
 }
 
 void AtomicFile::fail(unsigned messageId, const char *doing, int error) {
@@ -148,6 +163,9 @@ void AtomicFile::commit(const std::function<void()> &beforeRename) {
   if (files.sync(file_) != 0) {
     fail(oacFileWriteFailed, "cannot flush the new contents to disk", errno);
   }
+  // Closed before the rename, because some file systems do not tell of a failure earlier. The duplicate keeps the lock
+  // until then: nobody may take the file for an abandoned one meanwhile.
+  lock_ = ::fcntl(file_, F_DUPFD_CLOEXEC, 0);
   const int closed = files.close(file_);
   const int closeError = errno;
   file_ = -1;
@@ -171,6 +189,13 @@ void AtomicFile::commit(const std::function<void()> &beforeRename) {
       fail(oacFileWriteFailed, "cannot flush the directory to disk", EIO);
     }
   }
+}
+
+bool isOpenFileAt(int file, const std::string &path) {
+  struct stat opened;
+  struct stat there;
+  return ::fstat(file, &opened) == 0 && ::stat(path.c_str(), &there) == 0 && opened.st_dev == there.st_dev &&
+         opened.st_ino == there.st_ino;
 }
 
 void replaceFile(const std::string &path, std::string_view bytes) {

@@ -45,6 +45,8 @@ public:
   // Overwrites at an earlier place.
   void writeAt(const void *bytes, std::size_t count, unsigned long long offsetBytes);
   unsigned long long size() const { return size_; }
+  // Where the new contents are until commit() puts them in place.
+  const std::string &temporaryPath() const { return temporaryPath_; }
   // `beforeRename` is called when the new contents are on disk, right before they replace the old ones; when it throws,
   // they do not.
   void commit(const std::function<void()> &beforeRename = {});
@@ -52,13 +54,18 @@ public:
 private:
   [[noreturn]] void fail(unsigned messageId, const char *doing, int error);
   void removeAbandoned(const std::string &directory, const std::string &prefix);
+  bool isTakenForAbandoned() const;
 
   std::string targetPath_;
   std::string directory_;
   std::string temporaryPath_;
   int file_ = -1;
+  int lock_ = -1; // a second descriptor of the file, when file_ is closed
   unsigned long long size_ = 0;
 };
+
+// Whether the path leads to the file that is open: it may have been replaced or removed since it was opened.
+bool isOpenFileAt(int file, const std::string &path);
 
 // Replaces a small file by `bytes` as AtomicFile does.
 void replaceFile(const std::string &path, std::string_view bytes);

@@ -1,5 +1,6 @@
 #include "filelock.h"
 
+#include "filelayer.h"
 #include "oa/oaBaseMsgIds.h"
 #include "raise.h"
 
@@ -23,20 +24,22 @@ namespace {
 constexpr unsigned kFirstPauseMs = 2;
 constexpr unsigned kLongestPauseMs = 50;
 
-// The file may have been replaced or removed between opening and locking it; a lock on what is no longer there excludes
-// nobody.
-bool isStillAt(int file, const std::string &path) {
-  struct stat opened;
-  struct stat there;
-  return ::fstat(file, &opened) == 0 && ::stat(path.c_str(), &there) == 0 && opened.st_dev == there.st_dev &&
-         opened.st_ino == there.st_ino;
-}
-
 int lockNow(int file, int operation) {
   int result = 0;
   do {
     result = ::flock(file, operation | LOCK_NB);
   } while (result != 0 && errno == EINTR);
+  return result;
+}
+
+// Whoever asks who edits a file locks it for an instant; that is not what is meant by editing it.
+int lockUnlessEdited(int file) {
+  constexpr int kAttempts = 3;
+  int result = lockNow(file, LOCK_EX);
+  for (int attempt = 1; attempt < kAttempts && result != 0 && errno == EWOULDBLOCK; ++attempt) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(kFirstPauseMs));
+    result = lockNow(file, LOCK_EX);
+  }
   return result;
 }
 
@@ -95,7 +98,8 @@ std::unique_ptr<FileLock> FileLock::acquire(const std::string &path, Kind kind, 
     }
     if (lockNow(file, kind == Kind::exclusive ? LOCK_EX : LOCK_SH) == 0) {
       std::unique_ptr<FileLock> lock(new FileLock(file));
-      if (isStillAt(file, path)) {
+      // A lock on what has been replaced or removed meanwhile excludes nobody.
+      if (isOpenFileAt(file, path)) {
         return lock;
       }
       continue;
@@ -120,21 +124,35 @@ FileLock::~FileLock() { ::close(file_); }
 EditLock::Outcome EditLock::acquire(const std::string &path, std::unique_ptr<EditLock> &lock, std::string &holder) {
   const std::string lockPath = path + kEditLockSuffix;
   for (;;) {
-    const int file = ::open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666);
+    int file = ::open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666);
+    const int refusal = file < 0 ? errno : 0;
+    if (refusal == EACCES) { // another user's, perhaps, who alone may write it
+      file = ::open(lockPath.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
+    }
     if (file < 0) {
-      holder = std::strerror(errno);
+      holder = std::strerror(refusal);
       return Outcome::impossible;
     }
-    if (lockNow(file, LOCK_EX) != 0) {
+    if (lockUnlessEdited(file) != 0) {
       const int error = errno;
-      holder = error == EWOULDBLOCK ? readHolder(file) : std::strerror(error);
+      holder = error == EWOULDBLOCK ? readHolder(file) : std::strerror(refusal != 0 ? refusal : error);
       ::close(file);
       return error == EWOULDBLOCK ? Outcome::held : Outcome::impossible;
     }
     // An owner that just went away removes its file: then this is a lock on nothing.
-    if (!isStillAt(file, lockPath)) {
+    if (!isOpenFileAt(file, lockPath)) {
       ::close(file);
       continue;
+    }
+    // What another user's killed process has left makes room for a file that can say who edits now.
+    if (refusal != 0) {
+      const bool isRemoved = ::unlink(lockPath.c_str()) == 0;
+      ::close(file);
+      if (isRemoved) {
+        continue;
+      }
+      holder = std::strerror(refusal);
+      return Outcome::impossible;
     }
     // The text is for people. On a full disk it stays short, and the lock holds all the same.
     const std::string text = ownerText(path);
@@ -145,12 +163,12 @@ EditLock::Outcome EditLock::acquire(const std::string &path, std::unique_ptr<Edi
   }
 }
 
-bool EditLock::isInPlace() const { return isStillAt(file_, lockPath_); }
+bool EditLock::isInPlace() const { return isOpenFileAt(file_, lockPath_); }
 
 EditLock::~EditLock() {
   // Removed while it is still locked, so that nobody can have taken it over meanwhile. It may be gone with its whole
   // directory.
-  if (isStillAt(file_, lockPath_)) {
+  if (isOpenFileAt(file_, lockPath_)) {
     ::unlink(lockPath_.c_str());
   }
   ::close(file_);

@@ -5,13 +5,16 @@
 #include "diskname.h"
 #include "filecheck.h"
 #include "filelayer.h"
+#include "filelock.h"
 #include "librarytext.h"
 #include "oa/oaDesignDB.h"
 #include "oa/oaNameSpaces.h"
 #include "oa/oaScalarName.h"
 #include "viadefinitions.h"
 
+#include <algorithm>
 #include <chrono>
+#include <memory>
 #include <thread>
 #include <unordered_map>
 
@@ -143,28 +146,56 @@ private:
     }
   }
 
-  // Somebody may be making, renaming or removing the view just now: what is wrong for longer than a moment is wrong.
+  // Somebody may be making, renaming or removing the view just now. Those who use the kit have write access to the
+  // library meanwhile, on a busy disk for seconds; with others, what is wrong for longer than a moment is wrong.
   void checkView(const std::string &view) {
     constexpr int kAttempts = 4;
     constexpr auto kMoment = std::chrono::milliseconds(25);
+    std::string primary;
     Fault fault;
-    for (int attempt = 0; attempt < kAttempts; ++attempt) {
-      if (attempt != 0) {
-        std::this_thread::sleep_for(kMoment);
-      }
-      if (!isDirectory(view) || isEmptyDirectory(view)) {
-        return; // no view, or none any more
-      }
-      const std::string primary = primaryOf(view, fault);
-      if (!primary.empty()) {
-        ++totals_.views;
-        checkSideFile(view + "/" + kManagementDataFile, FileRole::managementData, oacCellViewDMDataType);
-        checkPrimary(view + "/" + primary);
-        return;
-      }
+    bool isThere = lookAt(view, primary, fault);
+    for (int attempt = 1; attempt < kAttempts && isThere && primary.empty(); ++attempt) {
+      std::this_thread::sleep_for(kMoment);
+      isThere = lookAt(view, primary, fault);
     }
-    FileReport report(findings_, view);
-    report.damage(std::move(fault));
+    if (isThere && primary.empty()) {
+      const std::unique_ptr<FileLock> whileNobodyWrites = lockLibrary();
+      isThere = lookAt(view, primary, fault);
+    }
+    if (!isThere) {
+      return;
+    }
+    if (primary.empty()) {
+      FileReport report(findings_, view);
+      report.damage(std::move(fault));
+      return;
+    }
+    ++totals_.views;
+    checkSideFile(view + "/" + kManagementDataFile, FileRole::managementData, oacCellViewDMDataType);
+    checkPrimary(view + "/" + primary);
+  }
+
+  // False when there is no view, or none any more. Otherwise gives its primary file, or none and a fault.
+  static bool lookAt(const std::string &view, std::string &primary, Fault &fault) {
+    primary.clear();
+    if (!isDirectory(view) || isEmptyDirectory(view)) {
+      return false;
+    }
+    primary = primaryOf(view, fault);
+    return true;
+  }
+
+  // Read access to the library. NULL when it cannot be had, which is waited for once only.
+  std::unique_ptr<FileLock> lockLibrary() {
+    constexpr unsigned kLongestWaitMs = 10000;
+    try {
+      const std::string path = directory_ + "/" + kLibraryFile;
+      auto lock = FileLock::acquire(path, FileLock::Kind::shared, isLibraryHeld_ ? 0 : kLongestWaitMs);
+      isLibraryHeld_ = lock == nullptr;
+      return lock;
+    } catch (const oaException &) {
+      return nullptr; // told by checkLibraryFile(), or a file system without locks
+    }
   }
 
   // The primary file that is there; empty, and a fault, when none is, or not the one that master.tag names.
@@ -230,6 +261,7 @@ private:
   Totals &totals_;
   Masters masters_;
   ViaDefinitions viaDefinitions_;
+  bool isLibraryHeld_ = false; // by somebody who keeps it
 };
 
 // The library that a file lies in: where `.oalib` is, at most three directories up. Empty when there is none.

@@ -105,6 +105,10 @@ void checkLibraryText(const std::string &path, FileReport &report) {
   try {
     const std::string text = readSmallFile(path, kLimitBytes);
     const LibraryFile file = LibraryFile::parse(text, path);
+    if (file.dmSystem == "oaDMTurbo") {
+      report.foreign("is of the data management system oaDMTurbo, a server, which this kit cannot open");
+      return;
+    }
     if (file.dmSystem != "oaDMFileSys" && file.dmSystem != "oaDMSystem") {
       report.damage({"DMSystem is " + quoted(file.dmSystem), "oaDMFileSys; the library cannot be opened"});
     }

@@ -82,7 +82,9 @@ TEST(Startup, InstallationIsWhereTheLibraryIs) {
 // The directories are looked up once, so this needs a process of its own.
 TEST(Startup, EnvironmentNamesAnotherInstallation) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
-  const std::string home = testing::TempDir() + "oahome." + std::to_string(getpid());
+  // In the process that checks, which comes here as well, it is another folder.
+  std::string home = testing::TempDir() + "oahome.XXXXXX";
+  ASSERT_NE(mkdtemp(home.data()), nullptr);
   std::filesystem::create_directories(home + "/data/plugins");
   const auto check = [&home] {
     setenv("OA_HOME", home.c_str(), 1);
@@ -90,6 +92,7 @@ TEST(Startup, EnvironmentNamesAnotherInstallation) {
     const bool isRight = oaInstallation::getInstallDir() == home && oaInstallation::getDataDir() == home + "/data" &&
                          oaInstallation::getPlugInDir() == home + "/data/plugins" && !oaInstallation::getBinDir() &&
                          !oaInstallation::getLibDir() && oaInstallation::getPlugInPath() == std::string("/a:/b");
+    std::filesystem::remove_all(home);
     std::exit(isRight ? 0 : 1);
   };
   EXPECT_EXIT(check(), testing::ExitedWithCode(0), "");

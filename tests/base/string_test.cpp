@@ -1,7 +1,11 @@
 #include "oa/oaString.h"
 
+#include "numbertext.h"
+
 #include <gtest/gtest.h>
 
+#include <clocale>
+#include <cmath>
 #include <string>
 #include <utility>
 
@@ -114,6 +118,24 @@ TEST(String, NumbersAndFormats) {
   text = "aB\xc4z";
   text.toUpper();
   EXPECT_EQ(text, "AB\xc4Z");
+}
+
+// Editors set their user's locale, in which printf() writes a decimal comma.
+TEST(String, NumbersHaveADecimalPointInEveryLocale) {
+  const std::string before = std::setlocale(LC_NUMERIC, nullptr);
+  const char *locale = nullptr;
+  for (const char *name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8", "fr_FR.utf8"}) {
+    locale = locale == nullptr ? std::setlocale(LC_NUMERIC, name) : locale;
+  }
+  if (locale == nullptr) {
+    GTEST_SKIP() << "no locale with a decimal comma is installed";
+  }
+  EXPECT_EQ(oaString("2.5e1x").toDouble(), 25);
+  EXPECT_EQ(kit::numberText(0.25), "0.25");
+  EXPECT_EQ(kit::numberText(-1234567.25e-20), "-1.23457e-14");
+  EXPECT_EQ(kit::numberText(INFINITY), "inf");
+  EXPECT_EQ(kit::doubleOfDigits(0.1F), 0.1);
+  std::setlocale(LC_NUMERIC, before.c_str());
 }
 
 TEST(String, ResizeCutsTheText) {

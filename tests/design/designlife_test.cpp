@@ -213,6 +213,7 @@ TEST_F(DesignLife, ReadersKeepWhatTheyOpened) {
   block->getDesign()->close();
   oaDesign *design = openExisting("inv", 'r');
   const pid_t other = fork();
+  ASSERT_GE(other, 0);
   if (other == 0) {
     design->close();
     const oaScalarName lib = scalar(libName()), cell = scalar("inv"), view = scalar("layout");
@@ -235,7 +236,9 @@ TEST_F(DesignLife, OnlyOneProcessEdits) {
   int ready[2];
   ASSERT_EQ(pipe(ready), 0);
   const pid_t other = fork();
+  ASSERT_GE(other, 0);
   if (other == 0) {
+    close(ready[1]);
     char byte;
     _exit(read(ready[0], &byte, 1) == 1 && idRaisedBy([&] { openExisting("inv", 'a'); }) == oacCannotLockDatabase &&
                   idRaisedBy([&] { openExisting("inv", 'r'); }) == kNothingRaised

@@ -1,5 +1,6 @@
 #include "dmtest.h"
 
+#include <algorithm>
 #include <chrono>
 #include <thread>
 
@@ -80,7 +81,12 @@ TEST_F(Access, WaitsAsLongAsItWasTold) {
     EXPECT_EQ(lib->getAccess(oacReadLibAccess, timeout), expected);
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
   };
-  EXPECT_LT(secondsFor(0, false), 0.8);
+  // A busy machine may hold up one request or another, but not all of them.
+  double shortest = secondsFor(0, false);
+  for (int more = 0; more < 9 && shortest >= 0.8; ++more) {
+    shortest = std::min(shortest, secondsFor(0, false));
+  }
+  EXPECT_LT(shortest, 0.8);
   EXPECT_GE(secondsFor(1, false), 1.0);
   std::thread release([&] {
     std::this_thread::sleep_for(std::chrono::milliseconds(300));

@@ -141,6 +141,40 @@ TEST_F(ManagementData, OneEditorAtATime) {
   EXPECT_FALSE(std::filesystem::exists(path("L/data.dm.cdslck")));
 }
 
+// A lock file that this user may read and not write, as those of other users are.
+TEST_F(ManagementData, LockFilesOfOtherUsersCountAsTheirLocksDo) {
+  namespace fs = std::filesystem;
+  constexpr uid_t kNobody = 65534;
+  const std::string lockFile = path("L/data.dm.cdslck");
+  const auto openAsAnother = [&](oaUInt4 expected, const char *message) {
+    OtherProcess user([&] {
+      if (::geteuid() == 0) { // whom no rights keep out
+        ASSERT_EQ(::setuid(kNobody), 0);
+      }
+      std::string told;
+      EXPECT_EQ(raisedBy([] { oaLibDMData::open(named("L"), 'a'); }, &told), expected);
+      EXPECT_THAT(told, testing::HasSubstr(message));
+    });
+    EXPECT_TRUE(user.isReady());
+  };
+  const fs::perms reading = static_cast<fs::perms>(0444);
+  fs::permissions(fs::path(path("L")).parent_path(), reading | static_cast<fs::perms>(0311));
+  fs::permissions(path("L"), fs::perms::all);
+  {
+    OtherProcess editor([&] {
+      oaLibDMData::open(named("L"), 'a');
+      fs::permissions(lockFile, reading);
+    });
+    ASSERT_TRUE(editor.isReady());
+    openAsAnother(oacCannotLockDMData, "process ");
+    editor.kill();
+  }
+  const std::string left = readFile(lockFile);
+  ASSERT_NE(left, "");
+  openAsAnother(kNothingRaised, "");
+  EXPECT_NE(readFile(lockFile), left) << "it says who edits now";
+}
+
 TEST_F(ManagementData, FileReplacedBetweenReadingAndEditing) {
   const auto save = [](int value) {
     oaLibDMData *data = oaLibDMData::open(named("L"), 'w');

@@ -4,6 +4,7 @@
 
 #include <oa/oaDMDB.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -98,7 +99,11 @@ public:
     if (::pipe(ready) != 0 || ::pipe(end) != 0) {
       std::abort();
     }
+    std::fflush(nullptr);
     process_ = ::fork();
+    if (process_ < 0) {
+      std::abort();
+    }
     if (process_ == 0) {
       ::close(end[1]);
       try {
@@ -122,7 +127,9 @@ public:
   // Whether the body went through without an exception or a failed expectation.
   bool isReady() const { return isReady_; }
   void kill() {
-    ::kill(process_, SIGKILL);
+    if (process_ > 0) { // 0, after the end, would be this process and whoever runs it
+      ::kill(process_, SIGKILL);
+    }
     finish();
   }
   void finish() {

@@ -21,11 +21,16 @@ public:
 
 class LibDefs : public DMTest {
 protected:
-  ~LibDefs() override {
-    std::vector<oaLib *> libs;
+  ~LibDefs() override { closeAll(); }
+  // Libraries and lists stay open to the end of the process otherwise.
+  static void closeAll() {
     oaIter<oaLib> open(oaLib::getOpenLibs());
     while (oaLib *lib = open.getNext()) {
       lib->close();
+    }
+    oaIter<oaLibDefList> lists(oaLibDefList::getLibDefLists());
+    while (oaLibDefList *list = lists.getNext()) {
+      list->destroy();
     }
   }
   // A library on disk that is not open.
@@ -78,6 +83,10 @@ TEST_F(LibDefs, WorkingFolderComesBeforeHome) {
   oaLibDefList::openLibs();
   EXPECT_THAT(openLibs(), testing::ElementsAre("a", "b"));
   oaString top;
+  oaLibDefList::getTopList()->getFullPath(top);
+  EXPECT_EQ(std::string(top), path("work/lib.defs"));
+  // What cannot be loaded changes nothing.
+  EXPECT_EQ(raisedBy([&] { oaLibDefList::openLibs(path("none.defs").c_str()); }), oacLibDefListFileNotReadable);
   oaLibDefList::getTopList()->getFullPath(top);
   EXPECT_EQ(std::string(top), path("work/lib.defs"));
 }
@@ -180,14 +189,7 @@ TEST_F(LibDefs, HierarchiesAndTheirFaults) {
     EXPECT_EQ(openLibs(), c.open);
     EXPECT_EQ(warnings.kinds, c.warnings) << testing::PrintToString(warnings.messages);
     EXPECT_EQ(oaLibDefList::getTopList() != nullptr, c.hasTop);
-    oaIter<oaLib> open(oaLib::getOpenLibs());
-    while (oaLib *lib = open.getNext()) {
-      lib->close();
-    }
-    oaIter<oaLibDefList> lists(oaLibDefList::getLibDefLists());
-    while (oaLibDefList *list = lists.getNext()) {
-      list->destroy();
-    }
+    closeAll();
   }
 }
 
@@ -344,6 +346,48 @@ TEST_F(LibDefs, SaveKeepsWhatAnotherProcessAdded) {
   oaLibDef::create(list, named("ours"), "o");
   list->save();
   EXPECT_EQ(readFile(path("t.defs")), "DEFINE a a\nDEFINE ours o\nDEFINE theirs t\nASSIGN theirs libMode readOnly\n");
+  // Whoever makes a file writes over nothing that was not there; whoever overwrites one does.
+  oaLibDefList *made = oaLibDefList::get(path("made.defs").c_str(), 'w');
+  writeFile(path("made.defs"), "DEFINE theirs t\n");
+  made->save();
+  EXPECT_EQ(readFile(path("made.defs")), "DEFINE theirs t\n");
+  oaLibDefList::get(path("made.defs").c_str(), 'w')->save();
+  EXPECT_EQ(readFile(path("made.defs")), "");
+}
+
+// Also when there is no file yet, and when one adds again to what it has saved.
+TEST_F(LibDefs, ProcessesThatAddAtTheSameTimeLoseNothing) {
+  constexpr int kProcesses = 6;
+  int start[2];
+  ASSERT_EQ(::pipe(start), 0);
+  const auto add = [&](int process) {
+    char byte;
+    (void)!::read(start[0], &byte, 1);
+    oaLibDefList *list = oaLibDefList::get(path("t.defs").c_str(), 'a');
+    for (int i = 0; i <= process % 2; ++i) {
+      oaLibDef::create(list, named("p" + std::to_string(process) + "_" + std::to_string(i)), "x");
+      // On a slow disk the others may take longer than a save waits.
+      while (raisedBy([&] { list->save(); }) == oacLibDefListFileNotWritable) {
+      }
+    }
+  };
+  std::vector<pid_t> processes(kProcesses);
+  for (int process = 0; process < kProcesses; ++process) {
+    processes[process] = ::fork();
+    if (processes[process] == 0) {
+      ::close(start[1]);
+      ::_exit(raisedBy([&] { add(process); }) == kNothingRaised ? 0 : 1);
+    }
+  }
+  ::close(start[0]);
+  ::close(start[1]);
+  for (const pid_t process : processes) {
+    int status = 0;
+    EXPECT_EQ(::waitpid(process, &status, 0), process);
+    EXPECT_EQ(status, 0);
+  }
+  const oaLibDefList *list = oaLibDefList::get(path("t.defs").c_str(), 'r');
+  EXPECT_EQ(list->getMembers().getCount(), unsigned(kProcesses + kProcesses / 2)) << readFile(path("t.defs"));
 }
 
 } // namespace

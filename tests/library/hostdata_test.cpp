@@ -149,6 +149,7 @@ TEST_F(HostData, DataThatAnotherProcessEditsIsRefused) {
   ASSERT_EQ(pipe(ready), 0);
   ASSERT_EQ(pipe(done), 0);
   const pid_t editor = fork();
+  ASSERT_GE(editor, 0);
   if (editor == 0) {
     close(done[1]);
     setenv("HOME", folder.home().c_str(), 1);

@@ -17,7 +17,7 @@ class ScratchFolder {
 public:
   ScratchFolder() {
     std::string pattern = (std::filesystem::temp_directory_path() / "tarnwickdale.XXXXXX").string();
-    path_ = mkdtemp(pattern.data());
+    path_ = std::filesystem::canonical(mkdtemp(pattern.data())); // as the working folder will be told
     std::filesystem::create_directories(home());
     std::filesystem::create_directories(work());
   }
@@ -72,8 +72,7 @@ inline bool inOwnProcess(const ScratchFolder &folder, const std::function<void()
     _exit(testing::Test::HasFailure() ? 1 : 0);
   }
   int status = 0;
-  waitpid(child, &status, 0);
-  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+  return waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 #endif

@@ -197,14 +197,17 @@ public:
       sleep(isTold ? seconds : 0);
       _exit(0);
     }
+    close(ends[1]);
+    EXPECT_GT(process_, 0);
     char answer = 'n';
     isReady_ = read(ends[0], &answer, 1) == 1 && answer == 'y';
     close(ends[0]);
-    close(ends[1]);
   }
   ~Writer() {
-    kill(process_, SIGKILL);
-    waitpid(process_, nullptr, 0);
+    if (process_ > 0) {
+      kill(process_, SIGKILL);
+      waitpid(process_, nullptr, 0);
+    }
   }
   bool isReady() const { return isReady_; }
 

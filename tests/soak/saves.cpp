@@ -110,17 +110,40 @@ std::string readVersion(const Options &options, const QString &home) {
   return probe.version();
 }
 
+// Ends this process, a child, whatever becomes of the work: what its parent owns must not be cleaned up here.
+template <typename Work> [[noreturn]] void endAfter(Work work) {
+  try {
+    work();
+    ::_exit(0);
+  } catch (const std::exception &exception) {
+    std::fprintf(stderr, "soak_saves: %s\n", exception.what());
+  }
+  ::_exit(3);
+}
+
+// Ends the program where there is no further process: whoever kills process -1 kills all that there are.
+pid_t forked() {
+  const pid_t child = ::fork();
+  if (child < 0) {
+    throw std::runtime_error("no further process can be had");
+  }
+  return child;
+}
+
 // Runs `work` in a process of its own; its text comes back through a pipe.
 template <typename Work> std::string inOwnProcess(Work work) {
   int ends[2];
   if (::pipe(ends) != 0) {
     throw std::runtime_error("no pipe");
   }
-  const pid_t child = ::fork();
+  const pid_t child = forked();
   if (child == 0) {
-    const std::string text = work();
-    const bool isWritten = ::write(ends[1], text.data(), text.size()) == static_cast<long>(text.size());
-    ::_exit(isWritten ? 0 : 1);
+    endAfter([&] {
+      const std::string text = work();
+      if (::write(ends[1], text.data(), text.size()) != static_cast<long>(text.size())) {
+        throw std::runtime_error("nobody takes what was read");
+      }
+    });
   }
   ::close(ends[1]);
   std::string text;
@@ -142,15 +165,16 @@ std::pair<pid_t, int> startWriter(const Options &options, const QString &home, i
   if (::pipe(ends) != 0) {
     throw std::runtime_error("no pipe");
   }
-  const pid_t writer = ::fork();
+  const pid_t writer = forked();
   if (writer == 0) {
-    PlugIn plugIn(options.plugIn, home);
-    plugIn.write(boxes, height);
-    if (::write(ends[1], "s", 1) != 1) {
-      ::_exit(2);
-    }
-    plugIn->saveClose();
-    ::_exit(0);
+    endAfter([&] {
+      PlugIn plugIn(options.plugIn, home);
+      plugIn.write(boxes, height);
+      if (::write(ends[1], "s", 1) != 1) {
+        throw std::runtime_error("nobody waits for the save");
+      }
+      plugIn->saveClose();
+    });
   }
   ::close(ends[1]);
   char started = 0;
@@ -213,14 +237,15 @@ int runKilled(const Options &options) {
 int runRead(const Options &options) {
   QTemporaryDir home;
   makeLibrary(options, home.path());
-  const pid_t writer = ::fork();
+  const pid_t writer = forked();
   if (writer == 0) {
-    PlugIn plugIn(options.plugIn, home.path());
-    for (int round = 0; round < options.rounds; ++round) {
-      plugIn.write(options.boxes + round, 1 + round);
-      plugIn->saveClose();
-    }
-    ::_exit(0);
+    endAfter([&] {
+      PlugIn plugIn(options.plugIn, home.path());
+      for (int round = 0; round < options.rounds; ++round) {
+        plugIn.write(options.boxes + round, 1 + round);
+        plugIn->saveClose();
+      }
+    });
   }
   int reads = 0;
   std::map<std::string, int> versions;

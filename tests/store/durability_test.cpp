@@ -3,8 +3,10 @@
 #include "filelayer.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <gmock/gmock.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -122,7 +124,9 @@ TEST(Durability, AKilledWriterLeavesOneWholeFileAndItsRubbishIsRemoved) {
   const std::string freshDump = fresh.dump();
   for (int round = 0; round < 20; ++round) {
     const pid_t writer = ::fork();
+    ASSERT_GE(writer, 0);
     if (writer == 0) {
+      ::prctl(PR_SET_PDEATHSIG, SIGKILL); // not to go on for ever when the test is killed
       while (true) {
         fresh.writeTo(path);
         old.writeTo(path);
@@ -134,6 +138,50 @@ TEST(Durability, AKilledWriterLeavesOneWholeFileAndItsRubbishIsRemoved) {
     EXPECT_THAT(dumpOfFile(path), testing::AnyOf(old.dump(), freshDump)) << "round " << round;
   }
   old.writeTo(path);
+  EXPECT_EQ(directory.entries(), 1u);
+}
+
+// A save may have to wait for access to the library when its new file is complete.
+TEST(Durability, AFileThatIsAboutToBePutInPlaceIsNotTakenForRubbish) {
+  const TemporaryDirectory directory;
+  const std::string path = directory.file("lib.defs");
+  kit::AtomicFile first(path);
+  first.write("first", 5);
+  first.commit([&] { kit::replaceFile(path, "second"); });
+  EXPECT_EQ(readFile(path), "first");
+  EXPECT_EQ(directory.entries(), 1u);
+}
+
+TEST(Durability, WritersOfOneFileAtTheSameTimeAllSucceed) {
+  // Without waiting for the disk they meet more often.
+  class NoSync : public kit::FileLayer {
+    int sync(int) override { return 0; }
+  };
+  const TemporaryDirectory directory;
+  const std::string path = directory.file("lib.defs");
+  std::vector<pid_t> writers(3);
+  for (pid_t &writer : writers) {
+    writer = ::fork();
+    if (writer == 0) {
+      NoSync files;
+      kit::FileLayer::replace(&files);
+      try {
+        for (int round = 0; round < 1000; ++round) {
+          kit::replaceFile(path, std::string(100, 'x'));
+        }
+      } catch (const oaException &exception) {
+        std::fprintf(stderr, "%s\n", static_cast<const char *>(exception.getMsg()));
+        ::_exit(1);
+      }
+      ::_exit(0);
+    }
+  }
+  for (const pid_t writer : writers) {
+    int status = 0;
+    EXPECT_EQ(::waitpid(writer, &status, 0), writer);
+    EXPECT_EQ(status, 0);
+  }
+  EXPECT_EQ(readFile(path), std::string(100, 'x'));
   EXPECT_EQ(directory.entries(), 1u);
 }
 

@@ -2,6 +2,10 @@
 
 #include "oachecktest.h"
 
+#include <csignal>
+#include <cstdio>
+#include <stdexcept>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -31,6 +35,25 @@ protected:
     oaIntProp::create(cellData, "n", 1);
     cellData->save();
     cellData->close();
+  }
+  // Says so when the first view is there that is not removed at once.
+  [[noreturn]] void writeForEver(int ready) const {
+    for (int round = 0;; ++round) {
+      const std::string cell = "busy" + std::to_string(round % 3);
+      oaDesign *design = open(cell, 'w');
+      oaBlock *block = oaBlock::create(design);
+      for (oaCoord i = 0; i <= round % 50; ++i) {
+        oaRect::create(block, 1, 1, oaBox(i, 0, i + 10, 10));
+      }
+      design->save();
+      design->close();
+      if (round % 7 == 0) {
+        fs::remove_all(viewFolder(cell));
+      }
+      if (round == 1 && ::write(ready, "r", 1) != 1) {
+        throw std::runtime_error("cannot say that it is ready");
+      }
+    }
   }
 };
 
@@ -123,6 +146,13 @@ TEST_F(LibraryFiles, AnEmptyMarkAndAttributesOfOthersAreNoDamage) {
   EXPECT_NE(outcome.text().find("attribute \"ours\""), std::string::npos) << outcome.text();
 }
 
+TEST_F(LibraryFiles, LibraryOfAServerIsForeign) {
+  writeBytes(libFolder() / ".oalib", "<Library DMSystem=\"oaDMTurbo\">\n<oaDMTurbo host=\"x\"/>\n</Library>\n");
+  const Outcome outcome = checkedLibrary();
+  EXPECT_EQ(outcome.damages, 0U) << outcome.text();
+  EXPECT_NE(outcome.text().find("oaDMTurbo, a server"), std::string::npos) << outcome.text();
+}
+
 TEST_F(LibraryFiles, MissingMastersAreWarnings) {
   fs::remove_all(viewFolder("leaf"));
   const Outcome outcome = checkedLibrary();
@@ -137,23 +167,25 @@ TEST_F(LibraryFiles, MissingMastersAreWarnings) {
 
 // A process that saves, makes and removes designs all the time is no reason for alarm.
 TEST_F(LibraryFiles, WritingMeanwhileIsNoDamage) {
+  int ready[2];
+  ASSERT_EQ(::pipe(ready), 0);
   const pid_t writer = ::fork();
+  ASSERT_GE(writer, 0);
   if (writer == 0) {
-    for (int round = 0; round < 100000; ++round) {
-      const fs::path view = viewFolder("busy" + std::to_string(round % 3));
-      oaDesign *design = open("busy" + std::to_string(round % 3), 'w');
-      oaBlock *block = oaBlock::create(design);
-      for (oaCoord i = 0; i <= round % 50; ++i) {
-        oaRect::create(block, 1, 1, oaBox(i, 0, i + 10, 10));
-      }
-      design->save();
-      design->close();
-      if (round % 7 == 0) {
-        fs::remove_all(view);
-      }
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL); // not to go on for long when the test is killed
+    try {
+      writeForEver(ready[1]);
+    } catch (const oaException &exception) {
+      std::fprintf(stderr, "the writer raised %s\n", static_cast<const char *>(exception.getMsg()));
+    } catch (const std::exception &exception) {
+      std::fprintf(stderr, "the writer raised %s\n", exception.what());
     }
-    ::_exit(0);
+    ::_exit(1);
   }
+  ::close(ready[1]);
+  char byte = 0;
+  EXPECT_EQ(::read(ready[0], &byte, 1), 1) << "the writer has saved something";
+  ::close(ready[0]);
   std::uint64_t views = 0;
   for (int round = 0; round < 150; ++round) {
     const Outcome outcome = checkedLibrary();
@@ -163,7 +195,7 @@ TEST_F(LibraryFiles, WritingMeanwhileIsNoDamage) {
   ::kill(writer, SIGKILL);
   int status = 0;
   ::waitpid(writer, &status, 0);
-  EXPECT_TRUE(WIFSIGNALED(status)) << "the writer ended by itself with " << status;
+  EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << "the writer ended by itself with " << status;
   EXPECT_GT(views, 300U);
 }
 
