@@ -74,6 +74,14 @@ template <class Array, class Element, ParameterKind Self> struct ArrayForms {
     call.giveNew(Array(call.given(0) ? call.integer<oaUInt4>(0) : 0));
   }
   static void makeFrom(Call &call) {
+    Tcl_WideInt number = 0;
+    if (kIsText && !readValue(call.argument(0)).value &&
+        Tcl_GetWideIntFromObj(nullptr, call.argument(0), &number) == TCL_OK) {
+      // It is the size, as it is for the other arrays, which would have refused this one.
+      throw valueError(std::string("oa::") + classOf<Array>().name + ": size: expected unsigned integer from " +
+                       std::to_string(kSize.min) + " to " + std::to_string(kSize.max) + " but got \"" +
+                       Tcl_GetString(call.argument(0)) + "\"");
+    }
     call.useDatabaseUnits();
     call.giveNew(call.value<Array>(0));
   }

@@ -2,10 +2,10 @@
 
 #include "classes.h"
 #include "collections.h"
+#include "numbertext.h"
 #include "scripterror.h"
 #include "units.h"
 
-#include <charconv>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -110,6 +110,16 @@ int misfitOfEnumeration(const Parameter &parameter, Tcl_Obj *argument) {
 
 bool isName(const ClassInfo &cls) { return cls.kind == ClassKind::name; }
 
+bool isOfManaged(const ClassInfo &array) {
+  return array.element != nullptr && array.element->kind == ClassKind::managed;
+}
+
+// Any text can be read as one, and an integer may have been meant as such.
+bool isIntegerForText(const ClassInfo &cls, Tcl_Obj *argument) {
+  oaInt8 number = 0;
+  return (&cls == &classOf<oaStringArray>() || &cls == &classOf<oaByteArray>()) && readInteger(argument, number);
+}
+
 // Whether the API makes a name of one class from a name of the other.
 bool isConvertible(const ClassInfo &from, const ClassInfo &to) {
   const bool isSimple =
@@ -138,13 +148,19 @@ int misfitOfValue(const Parameter &parameter, Tcl_Obj *argument) {
       return kExact + 1;
     }
     if (read.value->isObject() && parameter.kind != ParameterKind::held) {
+      if (&read.value->cls == cls.element) {
+        return kPlain; // a list of one object has the text of the object
+      }
       return isConvertible(read.value->cls, cls) ? kExact + 2 : Call::kNoFit;
     }
   }
   if (parameter.kind == ParameterKind::changed || parameter.kind == ParameterKind::nameSpace ||
-      parameter.kind == ParameterKind::held || cls.readPlain == nullptr || isHandle(argument) ||
+      parameter.kind == ParameterKind::held || cls.readPlain == nullptr || (isHandle(argument) && !isOfManaged(cls)) ||
       !cls.readPlain(argument, 1, nullptr)) {
     return Call::kNoFit;
+  }
+  if (isIntegerForText(cls, argument)) {
+    return kIntegerText;
   }
   return isName(cls) ? kName : kPlain;
 }
@@ -353,12 +369,7 @@ void Call::give(oaUInt8 number) {
   }
 }
 
-void Call::give(oaFloat number) {
-  // The double that prints with the digits of the float.
-  char digits[32];
-  *std::to_chars(digits, digits + sizeof digits - 1, number).ptr = '\0';
-  add(Tcl_NewDoubleObj(std::strtod(digits, nullptr)));
-}
+void Call::give(oaFloat number) { add(Tcl_NewDoubleObj(kit::doubleOfDigits(number))); }
 
 void Call::give(const oaEnumCollection &texts) {
   oaEnumPropIter walk(texts);

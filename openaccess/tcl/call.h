@@ -6,11 +6,14 @@
 
 #include "handles.h"
 #include "parameter.h"
+#include "texts.h"
 #include "values.h"
 
+#include <cstring>
 #include <memory>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace OpenAccess_4 {
@@ -34,8 +37,11 @@ public:
 
   // Arguments. NULL for an optional object that is missing or NULL.
   template <class T> T *object(int i) const { return static_cast<T *>(anyObject(i)); }
-  oaString string(int i) const { return Tcl_GetString(arguments_[i]); }
-  oaChar character(int i) const { return *Tcl_GetString(arguments_[i]); }
+  oaString string(int i) const { return textOf(arguments_[i]); }
+  oaString path(int i) const { return pathOf(arguments_[i]); }
+  // As Tcl has it.
+  const oaChar *utf8(int i) const { return Tcl_GetString(arguments_[i]); }
+  oaChar character(int i) const { return *string(i); }
   template <class Integer> Integer integer(int i) const { return static_cast<Integer>(wideInteger(i)); }
   double number(int i) const;
   bool boolean(int i) const;
@@ -75,9 +81,10 @@ public:
   // Results. Several make a list, in the order of the calls, after giveList().
   void giveList() { isList_ = true; }
   void give(const oaObject *object) { add(newHandle(object)); }
-  void give(const oaString &text) { add(Tcl_NewStringObj(text, static_cast<int>(text.getLength()))); }
-  void give(const oaChar *text) { add(Tcl_NewStringObj(text, -1)); }
-  void give(oaChar letter) { add(Tcl_NewStringObj(&letter, 1)); }
+  void give(const oaString &text) { add(newText(text)); }
+  void give(const oaChar *text) { add(newText(text, std::strlen(text))); }
+  void give(oaChar letter) { add(newText(&letter, 1)); }
+  void givePath(const oaString &path) { add(newPath(path)); }
   void give(bool flag) { add(Tcl_NewIntObj(flag)); }
   void give(oaInt4 number) { add(Tcl_NewWideIntObj(number)); }
   void give(oaUInt4 number) { add(Tcl_NewWideIntObj(number)); }
@@ -101,7 +108,17 @@ public:
       addPlain(new ValueOf<T>(cls, cls.hasLengths ? dbuPerUU() : 1, content));
     }
   }
-  template <class T> void giveNew(const T &content) { add(newObject(new ValueOf<T>(classOf<T>(), 1, content))); }
+  template <class T> void giveNew(T content) {
+    add(newObject(new ValueOf<T>(classOf<T>(), 1, std::move(content)))); // a copy of an array would lose its size
+  }
+  // What the pointer leads to; "" for NULL.
+  template <class T> void giveCopy(const T *content) {
+    if (content == nullptr) {
+      give("");
+    } else {
+      giveNew(T(*content));
+    }
+  }
   void giveNewEnum(const ClassInfo &cls, oaUInt4 number);
   // The argument itself.
   void giveArgument(int i) { add(arguments_[i]); }

@@ -5,6 +5,8 @@
 
 #include "oa/oaDesignDB.h"
 
+#include <string_view>
+
 #include <tcl.h>
 
 namespace OpenAccess_4 {
@@ -33,6 +35,9 @@ struct ClassInfo {
   // Enumerations.
   const oaEnumNames &(*names)() = nullptr;
 
+  // Of an array; NULL for those of numbers and texts.
+  const ClassInfo *element = nullptr;
+
   // How many steps up the hierarchy `ancestor` is; -1 when it is none.
   int distanceTo(const ClassInfo &ancestor) const {
     int steps = 0;
@@ -50,6 +55,9 @@ template <class T> constexpr const ClassInfo &classOf();
 
 // The class of a living object of this type; oaObject's for a type that is not bound.
 const ClassInfo &managedClass(oaTypeEnum type);
+
+// Whether there are objects "oa:NAME:0x1".
+bool isObjectClass(std::string_view name);
 
 } // namespace tcl
 } // namespace OpenAccess_4

@@ -7,6 +7,7 @@
 #include "plainforms.h"
 #include "scripterror.h"
 #include "session.h"
+#include "texts.h"
 
 #include <algorithm>
 #include <functional>
@@ -131,7 +132,7 @@ std::string expected(const Parameter &parameter) {
 }
 
 int fail(Tcl_Interp *interp, const std::string &message, const std::string &code) {
-  Tcl_SetObjResult(interp, Tcl_NewStringObj(message.c_str(), -1));
+  Tcl_SetObjResult(interp, Tcl_NewStringObj(readableMessage(message).c_str(), -1));
   Tcl_SetObjErrorCode(interp, Tcl_NewStringObj(code.c_str(), -1));
   return TCL_ERROR;
 }

@@ -5,6 +5,7 @@
 #include "oa/oaDesign.h"
 #include "oa/oaDesignMsgIds.h"
 #include "session.h"
+#include "texts.h"
 
 #include <cstdarg>
 #include <cstdio>
@@ -146,6 +147,7 @@ std::string inSeconds(double seconds) {
 
 } // namespace
 
+PcellScriptError::PcellScriptError(const std::string &message) : message_(bytesOfMessage(message)) {}
 oaUInt4 PcellScriptError::getMsgId() const { return oacInvalidPcellMaster; }
 
 ConfinedInterp::ConfinedInterp(oaDesign *design) : interp_(newInterp()), design_(design) {

@@ -26,7 +26,8 @@ namespace tcl {
 // What is wrong with a script, for whoever needed what it draws.
 class PcellScriptError : public IException {
 public:
-  explicit PcellScriptError(std::string message) : message_(std::move(message)) {}
+  // In UTF-8, as Tcl has it.
+  explicit PcellScriptError(const std::string &message);
   oaUInt4 getMsgId() const override;
   const oaChar *getMsg() const override { return message_.c_str(); }
 

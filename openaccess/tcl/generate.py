@@ -19,6 +19,10 @@ INTEGERS = {
 }
 NUMBERS = {"oaFloat", "oaDouble"}
 COORDINATES = {"oaCoord", "oaOffset"}
+# Utility classes that cannot be made without arguments.
+WITHOUT_DEFAULT = {"oaNameSpace", "oaBuildInfo"}
+# Classes of objects that are made by hand: sessioncommands.cpp, collections.cpp, pcellcommands.cpp.
+HAND_MADE = ["UInt4", "Collection", "PcellDef"]
 
 
 class Bindings:
@@ -29,7 +33,7 @@ class Bindings:
         self.headers, self.managed, self.utility, self.elements = [], {}, {}, {}
         self.enumerations, self.constants = {}, []  # wrapper -> its enum
         self.classes, self.functions = {}, {}
-        marks = {mark: set() for mark in ("second", "length", "area", "omit", "outside")}
+        marks = {mark: set() for mark in ("second", "length", "area", "omit", "outside", "path", "apart")}
         self.most = {}  # name of a parameter -> its largest value
         group = None
         for number, line in enumerate(Path(path).read_text().splitlines(), 1):
@@ -56,8 +60,9 @@ class Bindings:
                 marks[keyword].add(rest)
             else:
                 sys.exit(f"{path}:{number}: unknown keyword {keyword}")
-        self.second, self.lengths, self.areas, self.omitted, self.outside = marks.values()
+        self.second, self.lengths, self.areas, self.omitted, self.outside, self.paths, apart = marks.values()
         self.find_managed()
+        self.check_classes(path, include_dir, apart)
         declared = {function.signature() for found in self.classes.values() for function in found.functions}
         if self.omitted - declared:
             sys.exit(f"{path}: omits what no header declares: {', '.join(sorted(self.omitted - declared))}")
@@ -87,6 +92,21 @@ class Bindings:
                 if ancestor == "oaObject":
                     self.managed[name] = True
                 ancestor = self.classes[ancestor].base
+
+    def check_classes(self, path, include_dir, apart):
+        """A class of any header has commands, or is named as one that has none."""
+        headers = [cppheader.parse_header(header) for header in sorted(Path(include_dir).glob("*.h"))]
+        declared = {found.name: found.header for header in headers for found in header.classes}
+        forgotten = [f"{name} ({header})" for name, header in declared.items()
+                     if not self.is_bound(name) and name not in apart]
+        if forgotten:
+            sys.exit(f"{path}: neither binds nor sets apart {', '.join(forgotten)}")
+        wrong = [name for name in sorted(apart) if name not in declared or self.is_bound(name)]
+        if wrong:
+            sys.exit(f"{path}: sets apart what is bound or no header declares: {', '.join(wrong)}")
+
+    def is_path(self, function, parameter):
+        return parameter.name in self.paths or f"{function.owner}::{parameter.name}" in self.paths
 
     def is_bound(self, name):
         return name in self.managed or name in self.utility or name in self.enumerations
@@ -127,14 +147,14 @@ def bare(type_):
     return type_.replace("const ", "").replace("&", "").replace("*", "").strip()
 
 
-def take(bindings, parameter, place):
+def take(bindings, function, parameter, place):
     """The Input for a parameter that is read."""
     type_, name = parameter.type, parameter.name or "value"
     base = bare(type_)
     plain = "*" not in type_ and not (type_.endswith("&") and not type_.startswith("const "))
     enumeration = bindings.enumeration_of(base)
     if type_ in ("const oaString &", "oaString", "const oaChar *"):
-        return Input("string", name, f"call.string({place})")
+        return Input("string", name, f"call.{'path' if bindings.is_path(function, parameter) else 'string'}({place})")
     if type_ == "const oaNameSpace &":
         return Input("nameSpace", name, f"call.nameSpace({place})", "oaNameSpace")
     if base == "oaAttrType" and plain:
@@ -198,6 +218,8 @@ def give(bindings, type_, code, function):
     if full in bindings.areas:
         return f"call.giveArea({code});"
     if type_.endswith(("*", "*&")) and base != "oaChar":
+        if base in bindings.utility and type_ == base + " *":
+            return f"call.giveCopy<{base}>({code});"
         if base not in bindings.managed:
             raise Unbindable(type_)
         return f"call.give({code});"
@@ -270,14 +292,16 @@ class FormWriter:
                 is_pointer = parameter.type.endswith("*&")
                 declarations.append(f"{base} *{local} = nullptr;" if is_pointer else f"{base} {local}{{}};")
                 arguments.append(local)
-                gifts.append(give(self.bindings, parameter.type, local, self.function))
+                is_path = self.bindings.is_path(self.function, parameter)
+                gifts.append(f"call.givePath({local});" if is_path else
+                             give(self.bindings, parameter.type, local, self.function))
                 continue
             if parameter in self.outputs:
                 base = bare(parameter.type)
                 inputs.append(Input("changed", parameter.name, "", base))
                 arguments.append(f"call.changed<{base}>({place})")
             else:
-                source = take(self.bindings, parameter, place)
+                source = take(self.bindings, self.function, parameter, place)
                 inputs.append(source)
                 arguments.append(with_default(parameter, source, place))
             if parameter.default is None:
@@ -375,7 +399,8 @@ def class_forms(bindings, found, unbound):
         except Unbindable as reason:
             unbound.append(f"{function.signature()}  [{reason}]")
     has_default = any(form.command == found.name[2:] and form.required == 0 for form in forms)
-    if bindings.utility.get(found.name) not in (None, "array") and not has_default and found.name != "oaNameSpace":
+    has_default = has_default or found.name in WITHOUT_DEFAULT
+    if bindings.utility.get(found.name) not in (None, "array") and not has_default:
         forms.append(Written(found.name[2:], [], 0, f"call.giveNew<{found.name}>({found.name}());"))
     return forms
 
@@ -439,13 +464,15 @@ def class_row(bindings, name):
     if sort == "object":
         return f'const ClassInfo k{name}Class = {{"{short}", {base}, ClassKind::{kind}}};'
     lengths = "true" if bindings.has_lengths(name) else "false"
+    element = bindings.elements.get(name)
+    element = f", nullptr, &k{element}Class" if element and bindings.is_bound(element) else ""
     return (f'const ClassInfo k{name}Class = {{"{short}", nullptr, ClassKind::{kind}, &readPlainForm<{name}>, '
-            f"&makePlainForm<{name}>, {lengths}}};")
+            f"&makePlainForm<{name}>, {lengths}{element}}};")
 
 
 def tables_source(bindings, type_names):
-    text = [HEAD, '#include "classes.h"', '#include "forms.h"', '#include "plainforms.h"', "",
-            "namespace OpenAccess_4 {", "namespace tcl {", ""]
+    text = [HEAD, '#include "classes.h"', '#include "forms.h"', '#include "plainforms.h"', "", "#include <algorithm>",
+            "#include <iterator>", "", "namespace OpenAccess_4 {", "namespace tcl {", ""]
     text += [class_row(bindings, name) for name in bound_classes(bindings)]
     text += ["", "const ClassInfo &managedClass(oaTypeEnum type) {", "  switch (type) {"]
     for name in sorted(bindings.managed):
@@ -453,6 +480,10 @@ def tables_source(bindings, type_names):
         if constant in type_names:
             text += [f"  case {constant}:", f"    return k{name}Class;"]
     text += ["  default:", "    return koaObjectClass;", "  }", "}", ""]
+    object_classes = sorted([name[2:] for name in list(bindings.utility) + list(bindings.enumerations)] + HAND_MADE)
+    text += ["bool isObjectClass(std::string_view name) {", "  static constexpr std::string_view kNames[] = {"]
+    text += [f'      "{name}",' for name in object_classes]
+    text += ["  };", "  return std::binary_search(std::begin(kNames), std::end(kNames), name);", "}", ""]
     tables = [f"k{group.capitalize()}Forms" for group in bindings.groups]
     text += [f"extern const FormTable {table};" for table in tables]
     tables += ["kCollectionForms", "kArrayForms", "kSessionForms", "kPcellForms"]

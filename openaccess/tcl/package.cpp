@@ -6,6 +6,7 @@
 #include "command.h"
 #include "forms.h"
 #include "session.h"
+#include "texts.h"
 
 #include <string>
 
@@ -58,7 +59,7 @@ extern "C" __attribute__((visibility("default"))) int Oa_Init(Tcl_Interp *interp
     oaDesignInit();
     tcl::Session::of(interp);
   } catch (const oaException &exception) {
-    Tcl_SetObjResult(interp, Tcl_NewStringObj(exception.getMsg(), -1));
+    Tcl_SetObjResult(interp, Tcl_NewStringObj(tcl::readableMessage(std::string(exception.getMsg())).c_str(), -1));
     return TCL_ERROR;
   }
   if (tcl::makeCommands(interp) != TCL_OK) {

@@ -1,4 +1,4 @@
-// Commands for the definition objects of parametric cells.
+// Commands for the definition objects of parametric cells. Their data are scripts and the like, so they stay in UTF-8.
 
 #include "call.h"
 #include "classes.h"
@@ -64,11 +64,11 @@ oaPcellDef &definition(Call &call) { return call.changed<PcellDefinition>(0).get
 
 void getDataValue(Call &call) {
   oaString value;
-  if (!definition(call).getDataValue(call.string(1), value)) {
+  if (!definition(call).getDataValue(call.utf8(1), value)) {
     throw ScriptError{std::string("the definition object has no data \"") + Tcl_GetString(call.argument(1)) + "\"",
                       "OA VALUE"};
   }
-  call.give(value);
+  call.add(Tcl_NewStringObj(value, static_cast<int>(value.getLength())));
 }
 
 void getPcellDef(Call &call) {
@@ -92,11 +92,11 @@ const Form kForms[] = {
     {"PcellLinkGetPcellDef", kEvaluator, 1, 1, Effect::outside,
      [](Call &call) { giveDefinition(call, PcellDefinition(oaPcellLink::getPcellDef(call.string(0)))); }},
     {"addData", kNamedValue, 3, 3, Effect::outside,
-     [](Call &call) { call.give(definition(call).addData(call.string(1), call.string(2))); }},
+     [](Call &call) { call.give(definition(call).addData(call.utf8(1), call.utf8(2))); }},
     {"setDataValue", kNamedValue, 3, 3, Effect::outside,
-     [](Call &call) { call.give(definition(call).setDataValue(call.string(1), call.string(2))); }},
+     [](Call &call) { call.give(definition(call).setDataValue(call.utf8(1), call.utf8(2))); }},
     {"removeData", kNamed, 2, 2, Effect::outside,
-     [](Call &call) { call.give(definition(call).removeData(call.string(1))); }},
+     [](Call &call) { call.give(definition(call).removeData(call.utf8(1))); }},
     {"getDataValue", kNamed, 2, 2, Effect::reads, getDataValue},
     {"getPcellDef", kOfDesign, 1, 1, Effect::reads, getPcellDef},
     {"defineSuperMaster", kDefined, 3, 3, Effect::outside,

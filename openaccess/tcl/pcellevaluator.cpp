@@ -3,6 +3,7 @@
 #include "oa/oaTclPcell.h"
 
 #include "confinedinterp.h"
+#include "numbertext.h"
 #include "oa/oaDesign.h"
 
 #include <algorithm>
@@ -28,8 +29,8 @@ std::string dataOf(oaPcellDef &def, const char *name) {
 
 // Raises PcellScriptError for what is no number of seconds; `most` for more than that.
 double readSeconds(const std::string &text, const std::string &what, double most) {
-  char *end = nullptr;
-  const double seconds = std::strtod(text.c_str(), &end);
+  const char *end = nullptr;
+  const double seconds = kit::numberIn(text.c_str(), &end);
   if (end == text.c_str() || *end != '\0' || !std::isfinite(seconds) || seconds <= 0) {
     throw PcellScriptError(what + ": expected a number of seconds above 0, but got \"" + text + "\"");
   }

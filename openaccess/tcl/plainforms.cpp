@@ -2,11 +2,12 @@
 
 #include "classes.h"
 #include "handles.h"
+#include "numbertext.h"
 #include "scripterror.h"
 #include "session.h"
+#include "texts.h"
 #include "units.h"
 
-#include <charconv>
 #include <cstdlib>
 #include <type_traits>
 
@@ -52,8 +53,6 @@ Tcl_Obj *pair(Tcl_Obj *first, Tcl_Obj *second) {
   return Tcl_NewListObj(2, both);
 }
 
-Tcl_Obj *newText(const oaString &text) { return Tcl_NewStringObj(text, static_cast<int>(text.getLength())); }
-
 Tcl_Obj *newCoordinates(oaCoord x, oaCoord y, double dbuPerUU) {
   return pair(newLength(x, dbuPerUU), newLength(y, dbuPerUU));
 }
@@ -94,8 +93,15 @@ template <class Element> bool readObject(Tcl_Obj *text, Element &element) {
   return false;
 }
 
-// The elements of an array; an element may be an object of its class.
+// The elements of an array; an element may be an object of its class. A list of one has the text of its element, which
+// must not be taken apart.
 template <class Element, class Array> bool readArray(Tcl_Obj *text, double dbuPerUU, Array *array) {
+  if (Element only; readObject(text, only)) {
+    if (array != nullptr) {
+      array->append(only);
+    }
+    return true;
+  }
   const List list(text);
   for (int i = 0; i < list.count(); ++i) {
     Element element;
@@ -142,13 +148,6 @@ template <class Array> Tcl_Obj *makeObjects(const Array &array) {
   return list;
 }
 
-// The double that prints with the digits of the float.
-double shortest(oaFloat number) {
-  char digits[32];
-  *std::to_chars(digits, digits + sizeof digits - 1, number).ptr = '\0';
-  return std::strtod(digits, nullptr);
-}
-
 Tcl_Obj *newBytes(const oaByteArray &bytes) {
   return Tcl_NewByteArrayObj(bytes.getElements(), static_cast<int>(bytes.getNumElements()));
 }
@@ -158,7 +157,7 @@ Tcl_Obj *contentOf(const oaParam &param) {
   case oacIntParamType:
     return Tcl_NewIntObj(param.getIntVal());
   case oacFloatParamType:
-    return Tcl_NewDoubleObj(shortest(param.getFloatVal()));
+    return Tcl_NewDoubleObj(kit::doubleOfDigits(param.getFloatVal()));
   case oacDoubleParamType:
     return Tcl_NewDoubleObj(param.getDoubleVal());
   case oacBooleanParamType:
@@ -214,8 +213,11 @@ bool setContent(oaParam &param, oaParamTypeEnum type, Tcl_Obj *text) {
     param.setBooleanVal(flag != 0);
     return true;
   case oacStringParamType:
-    param.setStringVal(Tcl_GetString(text));
-    return true;
+    if (oaString content; readText(text, &content)) {
+      param.setStringVal(content);
+      return true;
+    }
+    return false;
   case oacAppParamType:
     break; // the list has no room for the application's type name
   }
@@ -314,6 +316,9 @@ std::string faultOfParam(Tcl_Obj *text) {
   if (!findParamType(word, type) || type == oacAppParamType) {
     return "the type \"" + word + "\" of parameter " + name + " is none of int, float, double, string, boolean, time";
   }
+  if (!readText(list[0], nullptr) || (type == oacStringParamType && !readText(list[2], nullptr))) {
+    return "\"" + content + "\" or the name " + name + " has characters beyond Latin-1";
+  }
   return setContent(param, type, list[2]) ? "" : "\"" + content + "\" of parameter " + name + " is no " + word;
 }
 
@@ -337,11 +342,13 @@ bool PlainForm<oaParam>::read(Tcl_Obj *text, double, oaParam *value) {
   const List list(text);
   oaParamTypeEnum type = oacIntParamType;
   oaParam param;
-  if (list.count() != 3 || !findParamType(Tcl_GetString(list[1]), type) || !setContent(param, type, list[2])) {
+  oaString name;
+  if (list.count() != 3 || !readText(list[0], &name) || !findParamType(Tcl_GetString(list[1]), type) ||
+      !setContent(param, type, list[2])) {
     return false;
   }
   if (value != nullptr) {
-    param.setName(Tcl_GetString(list[0]));
+    param.setName(name);
     *value = param;
   }
   return true;
@@ -356,7 +363,7 @@ Tcl_Obj *PlainForm<oaParam>::make(const oaParam &value, double) {
 bool PlainForm<oaDMAttr>::read(Tcl_Obj *text, double, oaDMAttr *value) {
   const List list(text);
   if (list.count() == 2 && value != nullptr) {
-    *value = oaDMAttr(Tcl_GetString(list[0]), Tcl_GetString(list[1]));
+    *value = oaDMAttr(textOf(list[0]), textOf(list[1]));
   }
   return list.count() == 2;
 }
@@ -366,7 +373,7 @@ Tcl_Obj *PlainForm<oaDMAttr>::make(const oaDMAttr &value, double) {
 
 bool PlainForm<oaString>::read(Tcl_Obj *text, double, oaString *value) {
   if (value != nullptr) {
-    *value = Tcl_GetString(text);
+    *value = textOf(text);
   }
   return true;
 }
@@ -412,8 +419,12 @@ namespace {
 // Whether the text may be a name of one of the types in the current name space. One that the name space cannot read at
 // all may be: reading it for good then raises the reason.
 bool mayBe(Tcl_Obj *text, std::initializer_list<oaNameTypeEnum> types) {
+  oaString bytes;
+  if (!readText(text, &bytes)) {
+    return true;
+  }
   try {
-    const oaNameTypeEnum found = Session::current().nameSpace().getType(Tcl_GetString(text));
+    const oaNameTypeEnum found = Session::current().nameSpace().getType(bytes);
     for (const oaNameTypeEnum type : types) {
       if (type == found) {
         return true;
@@ -427,7 +438,7 @@ bool mayBe(Tcl_Obj *text, std::initializer_list<oaNameTypeEnum> types) {
 
 template <class Name> bool readName(Tcl_Obj *text, Name *value) {
   if (value != nullptr) {
-    *value = Name(Session::current().nameSpace(), Tcl_GetString(text));
+    *value = Name(Session::current().nameSpace(), textOf(text));
   }
   return true;
 }

@@ -2,6 +2,7 @@
 
 #include "oa/oaPcell.h"
 #include "scripterror.h"
+#include "texts.h"
 
 namespace oaLang {
 oaLangException::~oaLangException() = default;
@@ -42,7 +43,7 @@ public:
   void onError(oaDesign *, const oaString &message, oaPcellErrorTypeEnum) override {
     Tcl_Channel channel = freeSession == &session_ ? Tcl_GetStdChannel(TCL_STDERR) : nullptr;
     if (channel != nullptr) {
-      Tcl_WriteChars(channel, ("oa: " + std::string(message) + "\n").c_str(), -1);
+      Tcl_WriteChars(channel, ("oa: " + readableMessage(std::string(message)) + "\n").c_str(), -1);
       Tcl_Flush(channel);
     }
   }

@@ -32,7 +32,7 @@ private:
 void openLibs(Call &call) {
   const WarningCollector collector;
   if (call.given(0)) {
-    oaLibDefList::openLibs(call.string(0));
+    oaLibDefList::openLibs(call.path(0));
   } else {
     oaLibDefList::openLibs();
   }
@@ -49,7 +49,7 @@ void help(Call &call) {
     }
     return;
   }
-  std::string name(call.string(0));
+  std::string name(call.utf8(0));
   const std::size_t qualifier = name.rfind("::");
   name = qualifier == std::string::npos ? name : name.substr(qualifier + 2);
   const Command *command = findCommand(name);
@@ -57,6 +57,14 @@ void help(Call &call) {
     throw valueError("oa::help: there is no command \"" + name + "\"");
   }
   call.give(command->help().c_str());
+}
+
+// The generated commands hold no arrays of pointers.
+void getPackages(Call &call) {
+  call.giveList();
+  for (oaUInt4 i = 0; i < oaBuildInfo::getNumPackages(); ++i) {
+    call.giveCopy(oaBuildInfo::getPackages()[i]);
+  }
 }
 
 void getNameSpace(Call &call) {
@@ -77,6 +85,7 @@ constexpr Parameter kNumber[] = {{ParameterKind::integer, "n", nullptr, 0, UINT_
 const Form kForms[] = {
     {"LibDefListOpenLibs", kPath, 1, 0, Effect::outside, openLibs},
     {"help", kCommandName, 1, 0, Effect::none, help},
+    {"BuildInfoGetPackages", nullptr, 0, 0, Effect::none, getPackages},
     {"getNameSpace", nullptr, 0, 0, Effect::none, getNameSpace},
     {"pushNameSpace", kNameSpace, 1, 1, Effect::none,
      [](Call &call) { Session::current().pushNameSpace(readValue(call.argument(0)).value); }},

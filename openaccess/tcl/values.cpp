@@ -125,7 +125,8 @@ ReadValue readValue(Tcl_Obj *text) {
     return {nullptr, false};
   }
   const char *number = std::strstr(bytes + 3, ":0x");
-  if (number == nullptr || number[3] == '\0' || number[3 + std::strspn(number + 3, "0123456789abcdef")] != '\0') {
+  if (number == nullptr || number[3] == '\0' || number[3 + std::strspn(number + 3, "0123456789abcdef")] != '\0' ||
+      !isObjectClass(std::string_view(bytes + 3, static_cast<std::size_t>(number - bytes) - 3))) {
     return {nullptr, false};
   }
   const auto found = objects().find(std::strtoull(number + 3, nullptr, 16));

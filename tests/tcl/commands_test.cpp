@@ -2,6 +2,7 @@
 
 #include "tcltest.h"
 
+#include <cstdlib>
 #include <sstream>
 
 namespace {
@@ -54,6 +55,35 @@ TEST_F(Commands, ExistAsDocumented) {
 // A function of a bound class has a command, or a line in bindings.txt that tells why not.
 TEST_F(Commands, CoverTheHeaders) {
   EXPECT_EQ(readFile(UNBOUND_FILE), "") << "these functions take or give what scripts cannot hold: bind or omit them";
+}
+
+// A new class cannot be forgotten: the build stops until it is bound or set apart, be its header listed or not.
+TEST_F(Commands, EveryClassOfAHeaderIsBoundOrSetApart) {
+  namespace fs = std::filesystem;
+  fs::copy(HEADER_FOLDER, folder() / "oa");
+  const auto generate = [this] {
+    const std::string binding = BINDING_FOLDER;
+    const std::string errors = folder() / "errors.txt";
+    const int status = std::system((PYTHON " -B " + binding + "/generate.py " + binding + "/bindings.txt " +
+                                    (folder() / "oa").string() + " " + (folder() / "out").string() + " 2> " + errors)
+                                       .c_str());
+    return std::to_string(status) + " " + readFile(errors);
+  };
+  EXPECT_EQ(generate(), "0 ");
+  writeFile(folder() / "oa" / "oaThing.h", "namespace OpenAccess_4 {\nclass oaThing {\npublic:\n  int x();\n};\n}\n");
+  EXPECT_THAT(generate(), testing::EndsWith("bindings.txt: neither binds nor sets apart oaThing (oaThing.h)\n"));
+  fs::remove(folder() / "oa" / "oaThing.h");
+  fs::remove(folder() / "oa" / "oaInstallation.h");
+  EXPECT_THAT(generate(), testing::EndsWith("sets apart what is bound or no header declares: oaInstallation\n"));
+}
+
+TEST_F(Commands, TellOfTheKit) {
+  EXPECT_EQ(eval("lmap package [oa::BuildInfoGetPackages] {oa::getPackageName $package}"),
+            "oaBase oaDM oaTech oaDesign");
+  EXPECT_EQ(
+      eval("set base [oa::BuildInfoFind oaBase]; list [oa::getMajorReleaseNum $base] [oa::getMinorReleaseNum $base]"),
+      "22 50");
+  EXPECT_EQ(eval("oa::BuildInfoFind oaNothing"), "");
 }
 
 TEST_F(Commands, SurviveWrongArguments) {

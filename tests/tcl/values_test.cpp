@@ -160,6 +160,58 @@ TEST_F(Values, ObjectsHoldDatabaseUnits) {
   check(cases);
 }
 
+// The text of such a list is that of its element.
+TEST_F(Values, ListsOfOneObjectAreArrays) {
+  eval("foreach l {x y} {set t$l [oa::TechCreate [oa::LibCreate $lib$l $folder/$l]]}\n"
+       "proc refs {} {lmap h [oa::getTechHeaders $::tech] {string index [oa::getRefLibName $h] end}}");
+  const Case cases[] = {
+      {"handle", "oa::setRefs $tech [list $tx]; refs", "x"},
+      {"two handles", "oa::setRefs $tech [list $tx $ty]; refs", "x y"},
+      {"array of a handle", "oa::getNumElements [oa::TechArray [list $tx]]", "1"},
+      {"none", "oa::setRefs $tech {}; refs", ""},
+      {"parameter", "oa::ParamArray [list [oa::Param w 3.0]]; oa::get [oa::ParamArray [list [oa::Param w 3.0]]] 0",
+       "w double 3.0"},
+      {"optional parameter",
+       "set p [oa::Param w 3.0]; set def [oa::PcellLinkGetPcellDef tclPcell]\n"
+       "oa::defineSuperMaster $d $def [list $p]; oa::getParams $d",
+       "{w double 3.0}"},
+      {"parameter of an instance",
+       "oa::setPcellErrorLogging 0; design parent\n"
+       "set i [oa::ScalarInstCreate $b $lib cell layout i {{0 0} R0} [list [oa::Param w 4.0]]]; oa::getParams $i",
+       "{w double 4.0}"},
+      {"point", "oa::getNumElements [oa::PointArray [list [oa::Point 1 2]]]", "1"},
+      {"box", "oa::get [oa::BoxArray [list [oa::Box 0 1 2 3]]] 0", "{0 1} {2 3}"},
+  };
+  check(cases);
+  EXPECT_THAT(failure("oa::setRefs $tech [list $b]"), testing::HasSubstr("expected TechArray"));
+  EXPECT_THAT(failure("oa::ParamArray [list [oa::Point 1 2]]"), testing::HasSubstr("expected ParamArray"));
+}
+
+TEST_F(Values, TextsThatOnlyLookLikeObjects) {
+  eval("set two \"$d $b\"; oa::StringPropCreate $d t $two");
+  EXPECT_EQ(eval("expr {[oa::getValue [oa::PropFind $d t]] eq $two}"), "1");
+  for (const char *text : {"oa:Bax:0x1", "oa::0x1", "oa:a b:0x1", "oa:Box:0x"}) {
+    EXPECT_EQ(eval(std::string("oa::setValue [oa::PropFind $d t] {") + text + "}; oa::getValue [oa::PropFind $d t]"),
+              text);
+  }
+}
+
+TEST_F(Values, ANumberIsTheSizeOfANewArray) {
+  for (const char *type : {"PointArray", "BoxArray", "ByteArray", "StringArray", "ParamArray", "DMAttrArray",
+                           "TechArray", "TechHeaderArray"}) {
+    SCOPED_TRACE(type);
+    const std::string made = std::string("set a [oa::") + type + " 7]; ";
+    EXPECT_EQ(eval(made + "list [oa::getSize $a] [oa::getNumElements $a]"), "7 0");
+    for (const char *size : {"-1", "200000000"}) {
+      EXPECT_THAT(failure(std::string("oa::") + type + " " + size), testing::HasSubstr("unsigned integer from 0 to"));
+    }
+  }
+  EXPECT_EQ(eval("oa::getNumElements [oa::ByteArray abc]"), "3");
+  EXPECT_EQ(eval("oa::getNumElements [oa::StringArray {7 8}]"), "2");
+  // The value of a property stays what it is.
+  EXPECT_EQ(eval("oa::getNumElements [oa::ByteArray [oa::getValue [oa::AppPropCreate $d a t 77]]]"), "2");
+}
+
 TEST_F(Values, ObjectsDieWithTheLastReference) {
   eval("set p [oa::Point 1 2]; set text {}; append text $p; unset p");
   EXPECT_THAT(failure("oa::x $text"), testing::HasSubstr("does not exist any more"));
