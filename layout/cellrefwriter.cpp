@@ -123,6 +123,7 @@ oaVia *placeVia(oaPlugInMain &host, const Reference &reference, const oaTransfor
   viaDef->getLibName(oaConvert::ns, lib);
   viaDef->getCellName(oaConvert::ns, cell);
   viaDef->getViewName(oaConvert::ns, view);
+  viawriter::reportOtherMaster(host, viaDef, {reference.lib, reference.cell, reference.view});
   HostParameters parameters = {reference.parameterNames, reference.parameterValues};
   viawriter::takeMasterParameters(parameters.names, parameters.values);
   oaParamArray given;

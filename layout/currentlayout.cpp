@@ -4,6 +4,7 @@
 
 #include "designholder.h"
 #include "mastertable.h"
+#include "viawriter.h"
 
 using namespace oa;
 
@@ -39,6 +40,7 @@ bool isOpen(oaPlugInMain &host, const char *label) {
 }
 
 void adopt(oaPlugInMain &host, oaDesign *design) {
+  viawriter::forgetTold();
   host.currentDesign = design;
   host.currentBlock = design->getTopBlock();
   if (!host.currentBlock) {

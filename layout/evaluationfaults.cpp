@@ -1,5 +1,6 @@
 #include "evaluationfaults.h"
 
+#include "designidentity.h"
 #include "oaconvert.h"
 
 using namespace oa;
@@ -14,8 +15,8 @@ const oaUInt4 kPriority = 1;
 EvaluationFaults::EvaluationFaults() : oaPcellObserver(kPriority) {}
 
 QString EvaluationFaults::textOf(const oaDesign *design) const {
-  const auto found = textByDesign_.find(design);
-  return found == textByDesign_.end() ? QString() : found->second;
+  const auto found = faultByDesign_.find(design);
+  return found == faultByDesign_.end() || found->second.identity != identityOf(design) ? QString() : found->second.text;
 }
 
 QString EvaluationFaults::ofEvaluation(const oaDesign *design) const {
@@ -27,9 +28,17 @@ QString EvaluationFaults::ofCell(const oaDesign *design) const {
   return text.isEmpty() && design->isSubMaster() ? textOf(design->getSuperMaster()) : text;
 }
 
-// The first fault is the cause of those that follow.
+// The first fault is the cause of those that follow. Some come without a design, and none of those is a cell's.
 void EvaluationFaults::onError(oaDesign *design, const oaString &msg, oaPcellErrorTypeEnum) {
-  textByDesign_.emplace(design, oaConvert::toString(msg));
+  if (!design) {
+    return;
+  }
+  Fault &fault = faultByDesign_[design];
+  std::string identity = identityOf(design);
+  if (fault.text.isEmpty() || fault.identity != identity) {
+    fault.identity = std::move(identity);
+    fault.text = oaConvert::toString(msg);
+  }
 }
 
-void EvaluationFaults::onPreEval(oaDesign *design, oaPcellDef *) { textByDesign_.erase(design); }
+void EvaluationFaults::onPreEval(oaDesign *design, oaPcellDef *) { faultByDesign_.erase(design); }

@@ -1,6 +1,7 @@
 #ifndef EVALUATIONFAULTS_H
 #define EVALUATIONFAULTS_H
 
+#include <string>
 #include <unordered_map>
 
 #include <QString>
@@ -22,10 +23,16 @@ public:
   void onPreEval(oa::oaDesign *design, oa::oaPcellDef *pcellDef) override;
 
 private:
+  struct Fault {
+    // A design may be purged meanwhile, and another have its address.
+    std::string identity;
+    QString text;
+  };
+
   QString textOf(const oa::oaDesign *design) const;
 
-  // By the address alone: a design may be purged meanwhile. Each evaluation begins anew.
-  std::unordered_map<const oa::oaDesign *, QString> textByDesign_;
+  // Each evaluation begins anew.
+  std::unordered_map<const oa::oaDesign *, Fault> faultByDesign_;
 };
 
 #endif

@@ -2,17 +2,22 @@
 
 #include "designholder.h"
 #include "parametertext.h"
+#include "shortesttext.h"
 
 using namespace oa;
 
 namespace {
 
-// The reader sends doubles as floats, so one that comes back as the default's float was the default.
+// The reader sends doubles as floats. One that comes back as the default's float, exact or in a text that hosts make of
+// floats, was the default; other values near it are values of their own.
 bool isSameToHost(const oaParam &param, const oaParam &defaultParam) {
-  if (param.getType() == oacDoubleParamType && defaultParam.getType() == oacDoubleParamType) {
-    return float(param.getDoubleVal()) == float(defaultParam.getDoubleVal());
+  if (param == defaultParam || param.getType() != oacDoubleParamType || defaultParam.getType() != oacDoubleParamType) {
+    return param == defaultParam;
   }
-  return param == defaultParam;
+  const double value = param.getDoubleVal();
+  const float sent = float(defaultParam.getDoubleVal());
+  return value == double(sent) || value == shortestText(sent).toDouble() ||
+         value == QString::number(double(sent), 'g', std::numeric_limits<float>::max_digits10).toDouble();
 }
 
 void setByName(oaParamArray &params, const oaParam &param) {

@@ -14,6 +14,8 @@ QString withFault(const QString &path, const QString &fault) {
   return fault.contains(path) ? fault : path + QLatin1String(": ") + fault;
 }
 
+QString recursiveReference() { return oaPlugInMain::tr("recursive cell reference, the cell is not read again"); }
+
 } // namespace
 
 LayoutWalk::Cell::Cell(oaDesign *cellDesign, Master *cellMaster, oaBlock *block)
@@ -30,6 +32,7 @@ QString LayoutWalk::cellNameOf(oaDesign *design, const QStringList &cellData) co
 
 QString LayoutWalk::send(oaDesign *design, const QStringList &cellData) {
   QString cellName = cellNameOf(design, cellData);
+  masters_.claimName(cellName, design);
   begin(design, nullptr, cellName, cellData);
   while (!cells_.empty()) {
     advance();
@@ -59,6 +62,7 @@ void LayoutWalk::begin(oaDesign *design, Master *master, const QString &cellName
   shapes_.sendPinLabels(block);
   cells_.emplace_back(new Cell(design, master, block));
   designsBeingSent_.insert(design);
+  masters_.begin(design);
 }
 
 // Carries on with the references of the cell on top of the stack until another cell comes on top or this one is
@@ -92,6 +96,7 @@ void LayoutWalk::end() {
   emit host_.endCell();
   const Cell &cell = *cells_.back();
   designsBeingSent_.erase(cell.design);
+  masters_.end();
   Master *master = cell.master;
   cells_.pop_back();
   if (master) {
@@ -105,13 +110,30 @@ template <typename Find> const Placed &LayoutWalk::placedOf(Cell &cell, const oa
     return *known;
   }
   Master *master = find();
+  tellFirstMeeting(*master);
   const bool isRecursive = master->design && designsBeingSent_.count(master->design) != 0;
   if (isRecursive) {
-    emit host_.reportError(oaPlugInMain::tr("recursive cell reference, the cell is not read again"), 1,
+    emit host_.reportError(recursiveReference(), 1,
                            oaPlugInMain::tr("%1 places %2, which contains it")
                                .arg(MasterTable::pathOf(cell.design), MasterTable::pathOf(master->design)));
   }
   return cell.placedByHeader.insert(header, {master, isRecursive});
+}
+
+// What is told of a master once, not with each reference.
+void LayoutWalk::tellFirstMeeting(Master &master) {
+  if (master.isRefused() && !master.detail.isEmpty()) {
+    emit host_.reportError(master.fault == Master::kEndlessVariants
+                               ? recursiveReference()
+                               : oaPlugInMain::tr("too many variants of parametric cells place each other, the rest is "
+                                                  "left out"),
+                           1, master.detail);
+  }
+  if (!master.clash.isEmpty()) {
+    emit host_.reportError(oaPlugInMain::tr("different cells have the same name, the first is shown for all"), 2,
+                           master.clash);
+    master.clash.clear();
+  }
 }
 
 bool LayoutWalk::sendInst(Cell &cell, oaInst *inst) {
@@ -189,6 +211,8 @@ void LayoutWalk::report(const Master &master) {
   QString message;
   switch (master.fault) {
   case Master::kNone:
+  case Master::kEndlessVariants: // told when it was met
+  case Master::kTooManyVariants:
     return;
   case Master::kComponentView:
     if (oaConvert::debug) {

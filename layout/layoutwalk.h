@@ -61,6 +61,7 @@ private:
   void printConnectivity(oa::oaDesign *design);
 
   template <typename Find> const Placed &placedOf(Cell &cell, const oa::oaObject *header, Find find);
+  void tellFirstMeeting(Master &master);
   void report(const Master &master);
   void reportMissingContent(oa::oaDesign *design);
   void reportIncompleteContent(oa::oaDesign *design);

@@ -3,7 +3,9 @@
 #include <cstring>
 
 #include "designholder.h"
+#include "designidentity.h"
 #include "hostdatanames.h"
+#include "oapluginmain.h"
 #include "viaparameters.h"
 
 using namespace oa;
@@ -12,52 +14,6 @@ namespace {
 
 QString withCause(const QString &object, const oaException &exception) {
   return object + QLatin1String(": ") + oaConvert::toString(exception.getMsg());
-}
-
-template <typename Value> void appendBytes(std::string &key, Value value) {
-  char bytes[sizeof value];
-  std::memcpy(bytes, &value, sizeof value);
-  key.append(bytes, sizeof value);
-}
-
-// Two parameter arrays have equal keys if and only if names, types and values are equal, in the same order.
-void appendKey(std::string &key, const oaParamArray &params) {
-  for (oaUInt4 i = 0; i < params.getNumElements(); ++i) {
-    const oaParam &param = params[i];
-    oaString text;
-    param.getName(text);
-    key.append(static_cast<const oaChar *>(text), text.getLength() + 1);
-    const oaParamTypeEnum type = param.getType();
-    key += char('0' + int(type));
-    switch (type) {
-    case oacIntParamType:
-      appendBytes(key, param.getIntVal());
-      break;
-    case oacFloatParamType:
-      appendBytes(key, param.getFloatVal());
-      break;
-    case oacDoubleParamType:
-      appendBytes(key, param.getDoubleVal());
-      break;
-    case oacBooleanParamType:
-      key += param.getBooleanVal() ? '1' : '0';
-      break;
-    case oacTimeParamType:
-      appendBytes(key, param.getTimeVal());
-      break;
-    case oacStringParamType:
-      param.getStringVal(text);
-      key.append(static_cast<const oaChar *>(text), text.getLength() + 1);
-      break;
-    case oacAppParamType: {
-      std::vector<oaByte> bytes(param.getNumBytes() + 1);
-      param.getAppVal(bytes.data());
-      appendBytes(key, param.getNumBytes());
-      key.append(reinterpret_cast<const char *>(bytes.data()), param.getNumBytes());
-      break;
-    }
-    }
-  }
 }
 
 } // namespace
@@ -110,6 +66,37 @@ QString MasterTable::cellNameOf(oaDesign *design, const QStringList &cellData) c
   return oaConvert::toCellName(oaConvert::toCellData(design, cellData), currentLib_);
 }
 
+void MasterTable::begin(oaDesign *design) {
+  variantLimits_.begin(design->isSubMaster() ? design->getSuperMaster() : nullptr);
+}
+
+// The second of two designs tells the whole tale; what comes after it is told no more.
+QString MasterTable::claimName(const QString &cellName, const oaDesign *design) {
+  const std::string identity = identityOf(design);
+  const auto known = nameOwners_.find(cellName);
+  if (known == nameOwners_.end()) {
+    nameOwners_.insert(cellName, {identity, CellPath(design).text(), false});
+    return QString();
+  }
+  if (known->isTold || known->identity == identity) {
+    return QString();
+  }
+  known->isTold = true;
+  const QString path = CellPath(design).text();
+  return path == known->path ? oaPlugInMain::tr("%1 is the name of several variants of %2").arg(cellName, path)
+                             : oaPlugInMain::tr("%1 is the name of %2 and of %3").arg(cellName, known->path, path);
+}
+
+// A variant that was refused here may be had elsewhere.
+Master *MasterTable::kept(Masters::iterator entry) {
+  if (!entry->second.isRefused()) {
+    return &entry->second;
+  }
+  refused_ = entry->second;
+  masters_.erase(entry);
+  return &refused_;
+}
+
 Master *MasterTable::find(oaInst *inst) {
   const CellPath path(inst);
   oaParamArray params;
@@ -127,21 +114,50 @@ Master *MasterTable::find(oaInst *inst) {
     return &master;
   }
   open(master, path, params, Master::kNoCell);
-  return &master;
+  return kept(inserted.first);
 }
 
 // A parametric master is evaluated with the parameters; any other is opened plainly, because the kit refuses parameters
 // there. What is once known to be parametric stays open, which spares its variants the look at the disk.
-oaDesign *MasterTable::openVariant(const CellPath &path, const oaParamArray &params) {
+oaDesign *MasterTable::openVariant(Master &master, const CellPath &path, const oaParamArray &params) {
   const std::string key = path.key();
-  if (superMasters_.count(key) == 0) {
+  auto super = superMasters_.find(key);
+  if (super == superMasters_.end()) {
     DesignHolder stored(oaDesign::open(path.lib, path.cell, path.view, 'r'));
     if (!stored.get() || !stored.get()->isSuperMaster()) {
       return stored.release();
     }
-    superMasters_.emplace(key, stored.release());
+    super = superMasters_.emplace(key, stored.release()).first;
+  }
+  // What was evaluated once may be evaluated again.
+  if (master.cellName.isEmpty() && !mayEvaluate(master, path, super->second)) {
+    return nullptr;
   }
   return oaDesign::open(path.lib, path.cell, path.view, params);
+}
+
+bool MasterTable::mayEvaluate(Master &master, const CellPath &path, const oaDesign *super) {
+  const VariantLimits::Answer answer = variantLimits_.ask(super);
+  switch (answer.verdict) {
+  case VariantLimits::kAllowed:
+    break;
+  case VariantLimits::kTooDeep:
+    master.fault = Master::kEndlessVariants;
+    master.detail = oaPlugInMain::tr("%1 variants of %2 contain each other, none of them gets a further one")
+                        .arg(VariantLimits::kMostWithinEachOther)
+                        .arg(path.text());
+    break;
+  case VariantLimits::kTooMany:
+    master.fault = Master::kTooManyVariants;
+    master.detail =
+        oaPlugInMain::tr("what one variant of %1 places, after %2 others: %3")
+            .arg(CellPath(variantLimits_.root()).text(), QString::number(variantLimits_.evaluations()), path.text());
+    break;
+  }
+  if (!answer.isNew) {
+    master.detail.clear();
+  }
+  return answer.verdict == VariantLimits::kAllowed;
 }
 
 void MasterTable::open(Master &master, const CellPath &path, const oaParamArray &params, Master::Fault failure) {
@@ -151,8 +167,11 @@ void MasterTable::open(Master &master, const CellPath &path, const oaParamArray 
     return;
   }
   try {
-    if (oaDesign *design = openVariant(path, params)) {
+    if (oaDesign *design = openVariant(master, path, params)) {
       opened(master, design);
+      return;
+    }
+    if (master.isRefused()) {
       return;
     }
     master.detail = path.text();
@@ -217,6 +236,7 @@ Master *MasterTable::findStdVia(oaStdVia *via, oaDesign *parent) {
     viaDef->getTech()->getLibName(oaConvert::ns, techLib);
     key.append(static_cast<const oaChar *>(techLib), techLib.getLength() + 1);
     key += cellData.join(QLatin1String("\n")).toUtf8().constData();
+    appendCutPattern(key, params);
   } else {
     key = std::string("u") + static_cast<const oaChar *>(name);
   }
@@ -254,7 +274,7 @@ Master *MasterTable::findCustomVia(oaCustomVia *via, oaDesign *parent) {
     master.cellData = cellData;
     open(master, path, params, Master::kNoCustomVia);
   }
-  return &master;
+  return kept(inserted.first);
 }
 
 bool MasterTable::reopen(Master &master, oaRef *ref, oaDesign *parent) {
@@ -285,6 +305,7 @@ void MasterTable::opened(Master &master, oaDesign *design) {
   master.design = design;
   ++openCount_;
   master.cellName = cellNameOf(design, master.cellData);
+  master.clash = claimName(master.cellName, design);
 }
 
 void MasterTable::close(Master &master) {

@@ -5,21 +5,37 @@
 #include <unordered_map>
 #include <vector>
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
 #include "oaconvert.h"
+#include "variantlimits.h"
 
 // A cell that instances or vias refer to, as one walk knows it.
 struct Master {
-  enum Fault { kNone, kComponentView, kNoLibrary, kNoCell, kNoStdViaDef, kNoCustomVia };
+  enum Fault {
+    kNone,
+    kComponentView,
+    kNoLibrary,
+    kNoCell,
+    kNoStdViaDef,
+    kNoCustomVia,
+    // Not evaluated, see VariantLimits.
+    kEndlessVariants,
+    kTooManyVariants
+  };
+
+  bool isRefused() const { return fault == kEndlessVariants || fault == kTooManyVariants; }
 
   Fault fault = kNone;
   // What the report of the fault shows: lib/cell/view, a library or a via definition, with the cause where there is
-  // one.
+  // one. Empty for a refused variant when nothing new is to be told.
   QString detail;
   // The host's name of the cell.
   QString cellName;
+  // What is to be told, once, when another design has the same name.
+  QString clash;
   // Extra key/value pairs of the cell; a via's parameter list.
   QStringList cellData;
   // Name of the via definition; empty for the master of instances.
@@ -39,7 +55,13 @@ public:
   MasterTable(const MasterTable &) = delete;
   MasterTable &operator=(const MasterTable &) = delete;
 
-  // The master of an instance; one that cannot be had is described by its fault. Never null, and stays where it is.
+  // The cell that is being sent, for whose instances and vias find() is called until end() or the next begin(). These
+  // nest like the cells on the walk's stack.
+  void begin(oa::oaDesign *design);
+  void end() { variantLimits_.end(); }
+
+  // The master of an instance; one that cannot be had is described by its fault. Never null, and stays where it is; a
+  // refused one until the next call only.
   Master *find(oa::oaInst *inst);
   // The same for a via in `parent`, which names the technology to search when the via is unbound.
   Master *find(oa::oaVia *via, oa::oaDesign *parent);
@@ -56,6 +78,8 @@ public:
   }
 
   QString cellNameOf(oa::oaDesign *design, const QStringList &cellData) const;
+  // Notes whose name it is. When it is another design's, what is to be told about that; once for each name.
+  QString claimName(const QString &cellName, const oa::oaDesign *design);
   // "lib/cell/view" of a design.
   static QString pathOf(oa::oaDesign *design);
 
@@ -63,9 +87,17 @@ private:
   // Open masters from which on one is closed as soon as it was sent.
   static const size_t kManyMasters = 256;
 
+  typedef std::unordered_map<std::string, Master> Masters;
   struct CellPath;
+  struct NameOwner {
+    std::string identity;
+    QString path;
+    bool isTold;
+  };
 
-  oa::oaDesign *openVariant(const CellPath &path, const oa::oaParamArray &params);
+  Master *kept(Masters::iterator entry);
+  oa::oaDesign *openVariant(Master &master, const CellPath &path, const oa::oaParamArray &params);
+  bool mayEvaluate(Master &master, const CellPath &path, const oa::oaDesign *super);
   void open(Master &master, const CellPath &path, const oa::oaParamArray &params, Master::Fault failure);
   void openStdVia(Master &master, oa::oaViaDef *viaDef, oa::oaViaParam &params);
   void opened(Master &master, oa::oaDesign *design);
@@ -75,7 +107,11 @@ private:
   oa::oaViaDef *viaDefOf(oa::oaVia *via, oa::oaDesign *parent);
 
   QString currentLib_;
-  std::unordered_map<std::string, Master> masters_;
+  Masters masters_;
+  Master refused_;
+  VariantLimits variantLimits_;
+  // The first design of each host name.
+  QHash<QString, NameOwner> nameOwners_;
   // Parametric cells behind the masters, by library, cell and view.
   std::unordered_map<std::string, oa::oaDesign *> superMasters_;
   std::vector<oa::oaTech *> techs_;

@@ -1,9 +1,8 @@
 #include "viaparameters.h"
 
-#include <limits>
-
 #include "oaconvert.h"
 #include "parametertext.h"
+#include "shortesttext.h"
 
 using namespace oa;
 
@@ -41,16 +40,6 @@ const struct {
 
 QStringList &addPair(QStringList &list, const char *key, const QString &value) {
   return list << QLatin1String(key) << value;
-}
-
-// The shortest decimal text that reads back as the same number.
-template <typename Number> QString shortestText(Number value) {
-  int digits = 6;
-  QString text = QString::number(double(value), 'g', digits);
-  while (Number(text.toDouble()) != value && digits < std::numeric_limits<Number>::max_digits10) {
-    text = QString::number(double(value), 'g', ++digits);
-  }
-  return text;
 }
 
 // Binary data and times have no text and are left out.

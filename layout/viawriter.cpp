@@ -1,5 +1,7 @@
 #include "viawriter.h"
 
+#include <QSet>
+
 #include "viaparameters.h"
 
 using namespace oa;
@@ -88,8 +90,6 @@ oaStdViaDef *copyStdViaDef(oaTech *tech, const oaStdViaDef *original) {
   return copy;
 }
 
-// Saved and closed with the design. The list of a via tells its own values only, and no implants, so the definition
-// that it was read by is copied where it can be had.
 // The technology may be one that the library has attached: then the definition changes another library.
 void reportForeignTech(oaPlugInMain &host, oaTech *tech, const QString &name) {
   oaString techLib, lib;
@@ -101,6 +101,8 @@ void reportForeignTech(oaPlugInMain &host, oaTech *tech, const QString &name) {
   }
 }
 
+// Saved and closed with the design. The list of a via tells its own values only, and no implants, so the definition
+// that it was read by is copied where it can be had.
 oaStdViaDef *createStdViaDef(oaPlugInMain &host, const QString &name, const QString &originalLib,
                              const QStringList &names, const QStringList &values) {
   for (const char *key : {viakey::kLayer1, viakey::kLayer2, "cutLayer", "cutWidth", "cutHeight"}) {
@@ -136,6 +138,113 @@ oaStdViaDef *createStdViaDef(oaPlugInMain &host, const QString &name, const QStr
                              layerOf(tech, layer2.toUInt(), nullptr), params);
 }
 
+// Why a via that the list describes is not one of this definition; empty when it is. A list need not tell layers.
+QString layersFault(const oaViaDef *viaDef, const QStringList &names, const QStringList &values) {
+  const struct {
+    const char *key;
+    oaLayerNum number;
+  } layers[] = {{viakey::kLayer1, viaDef->getLayer1Num()}, {viakey::kLayer2, viaDef->getLayer2Num()}};
+  for (const auto &layer : layers) {
+    // Parameters of a custom via's master may have the same name and come first.
+    const int at = names.lastIndexOf(QLatin1String(layer.key));
+    if (at < 0 || at >= values.size()) {
+      continue;
+    }
+    bool isNumber = false;
+    if (values.at(at).toUInt(&isNumber) != layer.number || !isNumber) {
+      return oaPlugInMain::tr("the one of the technology has %1 %2, that of the via %3")
+          .arg(QLatin1String(layer.key))
+          .arg(layer.number)
+          .arg(values.at(at));
+    }
+  }
+  return QString();
+}
+
+bool hasLayersOf(oaPlugInMain &host, const QString &message, const oaViaDef *viaDef, const QStringList &names,
+                 const QStringList &values) {
+  const QString fault = layersFault(viaDef, names, values);
+  if (!fault.isEmpty()) {
+    emit host.reportError(message, 1, valueOf(viakey::kViaDefName, names, values) + QLatin1String(": ") + fault);
+  }
+  return fault.isEmpty();
+}
+
+// What is told once for a design, though it concerns each via. Kept by this file, since vias are written one by one.
+QSet<QString> &toldOfDesign() {
+  static QSet<QString> told;
+  return told;
+}
+
+bool isToldFirst(const QString &what) {
+  const bool isFirst = !toldOfDesign().contains(what);
+  toldOfDesign().insert(what);
+  return isFirst;
+}
+
+QString implantsOf(const oaStdViaDef *viaDef) {
+  const QString none = oaPlugInMain::tr("none");
+  return (viaDef->hasImplant1() ? QString::number(viaDef->getImplant1Num()) : none) + QLatin1String(", ") +
+         (viaDef->hasImplant2() ? QString::number(viaDef->getImplant2Num()) : none);
+}
+
+// The definition that the technology has may draw other implants than the one that the via was read by. That one is
+// looked up once for a design, not with each via.
+void reportOtherImplants(oaPlugInMain &host, const oaStdViaDef *viaDef, const QString &originalLib,
+                         const oaViaParam &params) {
+  oaString text;
+  viaDef->getName(text);
+  const QString name = oaConvert::toString(text);
+  viaDef->getTech()->getLibName(oaConvert::ns, text);
+  const QString lib = oaConvert::toString(text);
+  if (lib == originalLib || !isToldFirst(originalLib + QLatin1Char('/') + name)) {
+    return;
+  }
+  const OriginalTech originalTech(originalLib);
+  if (const oaStdViaDef *original = originalTech.find(name, viaDef->getLayer1Num(), viaDef->getLayer2Num())) {
+    if (implantsOf(original) != implantsOf(viaDef)) {
+      emit host.reportError(oaPlugInMain::tr("std via definition has other implants"), 2,
+                            oaPlugInMain::tr("%1: on layers %2 in library %3, on layers %4 in library %5")
+                                .arg(name, implantsOf(viaDef), lib, implantsOf(original), originalLib));
+    }
+    return;
+  }
+  if ((params.getImplant1Enc() != oaVector(0, 0) && !viaDef->hasImplant1()) ||
+      (params.getImplant2Enc() != oaVector(0, 0) && !viaDef->hasImplant2())) {
+    emit host.reportError(oaPlugInMain::tr("std via definition is without implants"), 2, name);
+  }
+}
+
+// OpenAccess would take any name, and readers complain of an empty one.
+bool hasName(oaPlugInMain &host, const QString &message, const QString &name) {
+  if (name.isEmpty()) {
+    emit host.reportError(message, 1,
+                          oaPlugInMain::tr("%1 is empty, expected a name").arg(QLatin1String(viakey::kViaDefName)));
+  }
+  return !name.isEmpty();
+}
+
+// The definition of a standard via, which is created when there is none. Null when there cannot be one, which the host
+// was told.
+const oaStdViaDef *stdViaDefOf(oaPlugInMain &host, const QString &originalLib, const QStringList &names,
+                               const QStringList &values) {
+  const QString message = oaPlugInMain::tr("std via definition not found");
+  const QString name = valueOf(viakey::kViaDefName, names, values);
+  if (!hasName(host, message, name)) {
+    return nullptr;
+  }
+  const oaViaDef *found = findViaDef(host, name);
+  if (!found) {
+    isToldFirst(originalLib + QLatin1Char('/') + name); // whatever is to be told of implants
+    return createStdViaDef(host, name, originalLib, names, values);
+  }
+  if (found->getType() != oacStdViaDefType) {
+    emit host.reportError(message, 1, oaPlugInMain::tr("%1 is the definition of a custom via").arg(name));
+    return nullptr;
+  }
+  return hasLayersOf(host, message, found, names, values) ? static_cast<const oaStdViaDef *>(found) : nullptr;
+}
+
 } // namespace
 
 namespace viawriter {
@@ -150,34 +259,54 @@ bool isCustomVia(const QStringList &names, const QStringList &values) {
 
 oaVia *createStdVia(oaPlugInMain &host, const QString &originalLib, const QStringList &names, const QStringList &values,
                     const oaTransform &xform) {
-  const QString name = valueOf(viakey::kViaDefName, names, values);
-  oaViaDef *found = findViaDef(host, name);
-  if (found && found->getType() != oacStdViaDefType) {
-    emit host.reportError(oaPlugInMain::tr("std via definition not found"), 1,
-                          oaPlugInMain::tr("%1 is the definition of a custom via").arg(name));
-    return nullptr;
-  }
-  const oaStdViaDef *viaDef =
-      found ? static_cast<oaStdViaDef *>(found) : createStdViaDef(host, name, originalLib, names, values);
+  const oaStdViaDef *viaDef = stdViaDefOf(host, originalLib, names, values);
   if (!viaDef) {
     return nullptr;
   }
   oaViaParam definition;
   viaDef->getParams(definition);
   oaViaParam params = toOaViaParam(names, values);
+  reportOtherImplants(host, viaDef, originalLib, params);
   leaveToDefinition(params, definition);
   return oaStdVia::create(host.currentBlock, viaDef, xform, &params);
 }
 
 oaCustomViaDef *findCustomViaDef(oaPlugInMain &host, const QStringList &names, const QStringList &values) {
+  const QString message = oaPlugInMain::tr("custom via definition not found");
   const QString name = valueOf(viakey::kViaDefName, names, values);
-  oaViaDef *viaDef = findViaDef(host, name);
-  if (viaDef && viaDef->getType() == oacCustomViaDefType) {
-    return static_cast<oaCustomViaDef *>(viaDef);
+  if (!hasName(host, message, name)) {
+    return nullptr;
   }
-  emit host.reportError(oaPlugInMain::tr("custom via definition not found"), 1, name);
-  return nullptr;
+  oaViaDef *found = findViaDef(host, name);
+  if (!found || found->getType() != oacCustomViaDefType) {
+    emit host.reportError(message, 1, name);
+    return nullptr;
+  }
+  return hasLayersOf(host, message, found, names, values) ? static_cast<oaCustomViaDef *>(found) : nullptr;
 }
+
+// In a copy, the master may be in the library of the copy. Library names alone say little, then.
+void reportOtherMaster(oaPlugInMain &host, const oaCustomViaDef *viaDef, const ViaMaster &master) {
+  oaString text;
+  viaDef->getLibName(oaConvert::ns, text);
+  const QString lib = oaConvert::toString(text);
+  viaDef->getCellName(oaConvert::ns, text);
+  const QString cell = oaConvert::toString(text);
+  viaDef->getViewName(oaConvert::ns, text);
+  const QString view = oaConvert::toString(text);
+  host.currentDesign->getLibName(oaConvert::ns, text);
+  const bool isSame =
+      cell == master.cell && view == master.view && (lib == master.lib || lib == oaConvert::toString(text));
+  viaDef->getName(text);
+  const QString detail = oaPlugInMain::tr("%1: %2, that of the via is %3")
+                             .arg(oaConvert::toString(text), lib + '/' + cell + '/' + view,
+                                  master.lib + '/' + master.cell + '/' + master.view);
+  if (!isSame && isToldFirst(detail)) {
+    emit host.reportError(oaPlugInMain::tr("custom via definition has another master"), 2, detail);
+  }
+}
+
+void forgetTold() { toldOfDesign().clear(); }
 
 // The reader puts the layers behind the parameters, one of which may have the same name.
 void takeMasterParameters(QStringList &names, QStringList &values) {

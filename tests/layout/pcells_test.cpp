@@ -340,4 +340,62 @@ TEST_F(PcellsTest, WrittenParametersHaveTheMastersTypes) {
   EXPECT_THAT(given("foreign"), ElementsAre("m int 6"));
 }
 
+// Doubles reach the host as floats, in whose texts a default comes back. What is only near it was meant.
+TEST_F(PcellsTest, ValuesNearADefaultAreStored) {
+  createPcell("pc", boxes, paramsOf({oaParam("w", oaDouble(1.25)), oaParam("v", oaDouble(1.0 / 3))}));
+  const struct {
+    const char *name;
+    const char *value;
+    bool isStored;
+  } cases[] = {
+      {"w", "1.25", false},
+      {"w", "1.25000001", true},
+      {"w", "1.2500001", true},
+      {"v", "0.33333333333333331", false}, // the default itself
+      {"v", "0.33333334", false},          // shortest text of its float
+      {"v", "0.333333343", false},         // in as many digits as floats have
+      {"v", "0.3333333432674408", false},  // the float as a double
+      {"v", "0.333333", true},
+      {"v", "0.33333333", true},
+  };
+  beginLayout("top");
+  int number = 0;
+  for (const auto &c : cases) {
+    plugIn.saveCellref("lib", "pc", "layout", QPoint(0, 0), "", QString("I%1").arg(number++), {c.name}, {c.value}, {},
+                       {});
+  }
+  plugIn.saveClose();
+  EXPECT_THAT(reports(), IsEmpty());
+  const OpenCell top("lib", "top");
+  number = 0;
+  for (const auto &c : cases) {
+    SCOPED_TRACE(std::string(c.name) + " = " + c.value);
+    oaParamArray given;
+    oaInst::find(*top, oaSimpleName(scalar("I" + std::to_string(number++))))->getParams(given);
+    ASSERT_EQ(given.getNumElements(), c.isStored ? 1u : 0u);
+    if (c.isStored) {
+      EXPECT_EQ(given[0].getDoubleVal(), QString(c.value).toDouble());
+    }
+  }
+}
+
+// Of variants that were closed, others get the addresses.
+TEST_F(PcellsTest, FaultsAreNotThoseOfAnEarlierDesign) {
+  createPcell("pc", boxes, justM(2));
+  createPcell("other", boxes, justM(2));
+  boxes.unlink();
+  EvaluationFaults faults;
+  std::map<const oaDesign *, std::string> cellByDesign;
+  bool isReused = false;
+  for (int i = 0; i < 20000 && !isReused; ++i) {
+    const std::string cell = i % 3 == 0 ? "pc" : "other";
+    oaDesign *variant = oaDesign::open(scalar("lib"), scalar(cell), scalar("layout"), justM(i));
+    ASSERT_THAT(faults.ofEvaluation(variant).toStdString(), HasSubstr("lib/" + cell + "/layout: evaluator"));
+    isReused = cellByDesign.emplace(variant, cell).first->second != cell;
+    variant->close();
+  }
+  EXPECT_TRUE(isReused);
+  boxes.link();
+}
+
 } // namespace

@@ -43,7 +43,7 @@ protected:
       names << list.at(i);
       values << list.at(i + 1);
     }
-    plugIn.saveCellref("lib", "any", "layout", origin, "", "any", names, values, {}, {});
+    plugIn.saveCellref("lib", "drawn", "layout", origin, "", "any", names, values, {}, {});
   }
 
   oaTech *tech;

@@ -55,7 +55,7 @@ protected:
       names << list.at(i);
       values << list.at(i + 1);
     }
-    plugIn.saveCellref("lib", "any", "layout", origin, trans, "any", names, values, {}, nets);
+    plugIn.saveCellref("lib", "drawn", "layout", origin, trans, "any", names, values, {}, nets);
   }
 
   // The hashes in the names of cells, by which variants are told apart, as "~1", "~2" in the order of appearance.
@@ -229,6 +229,69 @@ TEST_F(ViasTest, MissingStandardDefinitionsAreCopiedFromTheirLibrary) {
   EXPECT_THAT(reports(), ElementsAre(HasSubstr("\"std via definition is created without implants\" 2 \"I\"")));
 }
 
+// Each is written, for the list tells neither; it is told once for a design.
+TEST_F(ViasTest, DefinitionsThatDrawSomethingElseAreTold) {
+  { CellBuilder(std::string("lib"), "drawn").rect(31, 0, 1, 2, 3, 4); }
+  oaPhysicalLayer *nplus = oaPhysicalLayer::create(tech, "nplus", 5, oacNImplantMaterial);
+  oaViaParam params;
+  stdDef->getParams(params);
+  oaStdViaDef::create(tech, "I", stdDef->getLayer1(), stdDef->getLayer2(), params, nplus);
+  tech->save();
+  createLib("source");
+  oaTech *source = oaTech::create(scalar("source"));
+  oaPhysicalLayer *m1 = oaPhysicalLayer::create(source, "m1", 31, oacMetalMaterial);
+  oaPhysicalLayer *m2 = oaPhysicalLayer::create(source, "m2", 32, oacMetalMaterial);
+  oaPhysicalLayer *implant = oaPhysicalLayer::create(source, "implant", 5, oacNImplantMaterial);
+  oaStdViaDef::create(source, "V", m1, m2, params, nullptr, implant);
+  oaStdViaDef::create(source, "I", m1, m2, params, implant);
+  source->save();
+  source->close();
+  const QStringList std{"oaType", "oaViaDefName", "layer1", "layer2", "implant2Enc"};
+  const QStringList custom{"oaType", "oaViaDefName"};
+  const struct {
+    const char *name;
+    const char *lib, *cell;
+    QStringList names, values;
+    Lines reports;
+  } cases[] = {
+      {"the same", "lib", "V", std, {"oaStdVia", "V", "31", "32", "0/0"}, {}},
+      {"the same elsewhere", "source", "I", std, {"oaStdVia", "I", "31", "32", "0/0"}, {}},
+      {"other implants",
+       "source",
+       "V",
+       std,
+       {"oaStdVia", "V", "31", "32", "0/0"},
+       {"reportError \"std via definition has other implants\" 2 \"V: on layers none, none in library lib, on layers "
+        "none, 5 in library source\""}},
+      {"an original that is not known",
+       "gone",
+       "V",
+       std,
+       {"oaStdVia", "V", "31", "32", "4/4"},
+       {"reportError \"std via definition is without implants\" 2 \"V\""}},
+      {"not known and without implants", "gone", "V", std, {"oaStdVia", "V", "31", "32", "0/0"}, {}},
+      {"the same master", "lib", "drawn", custom, {"oaCustomVia", "C"}, {}},
+      {"copied with its master", "source", "drawn", custom, {"oaCustomVia", "C"}, {}},
+      {"another master",
+       "lib",
+       "other",
+       custom,
+       {"oaCustomVia", "C"},
+       {"reportError \"custom via definition has another master\" 2 \"C: lib/drawn/layout, that of the via is "
+        "lib/other/layout\""}},
+  };
+  for (const auto &c : cases) {
+    SCOPED_TRACE(c.name);
+    beginLayout("top");
+    for (int x : {0, 100}) {
+      plugIn.saveCellref(c.lib, c.cell, "layout", QPoint(x, 0), "", "any", c.names, c.values, {}, {});
+    }
+    plugIn.saveClose();
+    EXPECT_EQ(reports(), c.reports);
+    EXPECT_EQ((*OpenCell("lib", "top"))->getVias().getCount(), 2u);
+  }
+}
+
 TEST_F(ViasTest, WhatCannotBeAViaIsToldAndLeftOut) {
   const struct {
     const char *name;
@@ -243,6 +306,22 @@ TEST_F(ViasTest, WhatCannotBeAViaIsToldAndLeftOut) {
       {"standard by the name of a custom one",
        {"oaType", "oaStdVia", "oaViaDefName", "C"},
        "std via definition not found"},
+      {"no name",
+       {"oaType", "oaStdVia", "oaViaDefName", "", "cutWidth", "50", "cutHeight", "60", "cutLayer", "30", "layer1", "31",
+        "layer2", "32"},
+       "std via definition not found\" 1 \"oaViaDefName is empty"},
+      {"custom without a name",
+       {"oaType", "oaCustomVia", "oaViaDefName", ""},
+       "custom via definition not found\" 1 \"oaViaDefName is empty"},
+      {"another first layer",
+       {"oaType", "oaStdVia", "oaViaDefName", "V", "layer1", "33", "layer2", "32"},
+       "std via definition not found\" 1 \"V: the one of the technology has layer1 31, that of the via 33\""},
+      {"another second layer",
+       {"oaType", "oaStdVia", "oaViaDefName", "V", "layer1", "31", "layer2", "m2"},
+       "std via definition not found\" 1 \"V: the one of the technology has layer2 32, that of the via m2\""},
+      {"custom with another layer",
+       {"oaType", "oaCustomVia", "oaViaDefName", "C", "layer1", "32", "layer1", "31", "layer2", "34"},
+       "custom via definition not found\" 1 \"C: the one of the technology has layer2 32, that of the via 34\""},
       {"no rows", {"oaType", "oaStdVia", "oaViaDefName", "V", "cutRows", "0"}, "0 cut rows"},
   };
   for (const auto &c : cases) {
