@@ -16,6 +16,8 @@ struct CellOrigin {
   QStringList parameterNames;
   QStringList parameterValues;
 
+  bool isVia() const { return kind == Kind::StandardVia || kind == Kind::CustomVia || kind == Kind::VariantAsVia; }
+
   // The value of a parameter, empty when there is none.
   QString parameter(const char *name) const;
   // The same of the last one of that name. The layers end a custom via's list, behind parameters of any name.

@@ -6,29 +6,33 @@
 #include "layoutreceiver.h"
 #include "oaplugincore.h"
 #include "pluginsession.h"
+#include "unitsprobe.h"
 #include "usermessage.h"
 #include "viewchoice.h"
 
+#include <cmath>
+
 namespace {
 
-// What is expected of a value, or an empty text when it is of the type.
+// What is to be said of a parameter that cannot have the value, or an empty text when it can.
 QString valueFault(const QString &value, const QString &type) {
   bool isOfType = true;
   if (type == QLatin1String("int")) {
     value.toInt(&isOfType);
-    return isOfType ? QString() : QStringLiteral("an integer");
+    return isOfType ? QString() : QStringLiteral("expects an integer");
   }
   if (type == QLatin1String("double")) {
-    value.toDouble(&isOfType);
-    return isOfType ? QString() : QStringLiteral("a number");
+    const double number = value.toDouble(&isOfType);
+    return isOfType && std::isfinite(number) ? QString() : QStringLiteral("expects a number");
   }
   if (type == QLatin1String("list"))
     return value == QLatin1String("true") || value == QLatin1String("false") ? QString()
-                                                                             : QStringLiteral("true or false");
-  return type == QLatin1String("string") ? QString() : QStringLiteral("nothing, it cannot be set from here");
+                                                                             : QStringLiteral("expects true or false");
+  return type == QLatin1String("string") ? QString() : QStringLiteral("is of a type that has no text to set it by");
 }
 
-// The variant's own entry sends no units; those of the cell with its defaults are the same.
+// The variant's own entry sends no units; those of the cell with its defaults are the same. A cell that cannot be drawn
+// by default sends none either, but all layouts of a library have the same.
 void readUnits(PluginSession &session, const QString &lib, const QString &cell, const QString &view,
                LayoutModel &model) {
   // What is wrong with that variant is none of the user's concern.
@@ -40,8 +44,10 @@ void readUnits(PluginSession &session, const QString &lib, const QString &cell, 
   }
   session.setReportsIgnored(false);
   session.synchronise();
-  if (defaults.userUnitsPerDbu() > 0)
-    model.setUnits(defaults.userUnitsPerDbu(), defaults.metresPerDbu());
+  LayoutUnits units{defaults.userUnitsPerDbu(), defaults.metresPerDbu()};
+  if (units.userUnitsPerDbu <= 0)
+    units = probeUnits(session, lib, view);
+  model.setUnits(units.userUnitsPerDbu, units.metresPerDbu);
 }
 
 } // namespace
@@ -93,10 +99,10 @@ void checkParameters(const ChosenParameters &chosen, const QVector<CellParameter
                         known.isEmpty() ? QStringLiteral("none") : knownNames.join(QStringLiteral(", "))));
       continue;
     }
-    const QString expected = valueFault(chosen.values[i], known[at].type);
-    if (!expected.isEmpty()) {
-      throw HostError(QStringLiteral("--param %1=%2: %1 of %3 expects %4")
-                          .arg(chosen.names[i], chosen.values[i], cellView, expected));
+    const QString fault = valueFault(chosen.values[i], known[at].type);
+    if (!fault.isEmpty()) {
+      throw HostError(
+          QStringLiteral("--param %1=%2: %1 of %3 %4").arg(chosen.names[i], chosen.values[i], cellView, fault));
     }
   }
 }

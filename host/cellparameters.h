@@ -45,7 +45,8 @@ void checkParameters(const ChosenParameters &chosen, const QVector<CellParameter
 // HostError for a view that is no layout, and as checkParameters().
 QString openVariant(PluginSession &session, const QString &lib, const QString &cell, const QString &view,
                     const ChosenParameters &chosen);
-// The same as a model, with the variant as its top cell.
+// The same as a model, with the variant as its top cell. It has no units when neither the cell by default nor any other
+// cell of the library tells them.
 LayoutModel readVariant(PluginSession &session, const QString &lib, const QString &cell, const QString &view,
                         const ChosenParameters &chosen);
 

@@ -13,6 +13,7 @@
 #include <CLI/CLI.hpp>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace {
@@ -20,17 +21,26 @@ namespace {
 constexpr char kHelp[] =
     R"(Both forms do the same: "copy LIB CELL TARGETLIB" and "copy LIB CELL VIEW --to
 TARGETLIB". The placed cells that go with the copy are placed from the target
-library then. Parametric cells, and cells of other libraries, are placed from
-where they are. A library that is made gets the units, layers and purposes of
-LIB, and the definitions of the vias that are copied.
+library then. Cells of other libraries, and parametric layouts, are placed from
+where they are; a parametric symbol is copied as it is with its defaults, and
+placements that set parameters are told, since no operation writes these.
+
+A library that is made gets the units, manufacturing grids, layers and purposes
+of LIB. Definitions of the vias that are copied, and layers that these need, are
+made in any library unless its technology is that of another one. The copy
+cannot have the name of a cell that it places.
 
 A cell view is copied as the editor would copy it: read by the plug-in's signals
 and written by its save operations. Of a layout, these bring shapes, texts,
 references with their parameters, and vias; nets, pins and properties they do
 not. Of a schematic or symbol they bring wires, ports, labels, drawing, texts,
-placements, and its own properties, the last as texts. An upright text without a
-colour that has an expression (@name) is taken for an evaluated text. docs/dump.md
-lists what is left behind of a design made by other tools.)";
+placements, and properties, the last as texts; nets and connections are those of
+the original, whatever is drawn. A copy with other connections is told (exit
+code 1), and so is one that "oahost diff" finds different; docs/dump.md lists
+what can be. What TARGETLIB has of the cells below stays as it is there, unless
+--replace is given.
+
+What the host keeps with a cell, its data and description, goes along.)";
 
 struct CopyOptions {
   std::string lib;
@@ -49,7 +59,7 @@ struct CopyPlace {
   QString cell;
   QString view;
   QString targetLib;
-  QString targetCell;  // empty: as the cell is called
+  QString targetCell;
   QString libraryPath; // where to make the target library; empty: it has to be there
 };
 
@@ -58,7 +68,7 @@ CopyPlace placeOf(const CopyOptions &options) {
   CopyPlace place;
   place.lib = nameFromCommandLine(options.lib);
   place.cell = nameFromCommandLine(options.cell);
-  place.targetCell = nameFromCommandLine(options.fourth);
+  place.targetCell = options.fourth.empty() ? place.cell : nameFromCommandLine(options.fourth);
   if (options.to.empty()) {
     place.targetLib = nameFromCommandLine(options.third);
     place.view = nameFromCommandLine(options.view);
@@ -79,20 +89,32 @@ void checkUsage(const CopyOptions &options) {
     throw CLI::ValidationError("--view", "with --to, the view is the third name: " + options.third);
 }
 
-void makeTargetLibrary(PluginSession &session, const CopyPlace &place) {
-  if (place.libraryPath.isEmpty()) {
-    session.requireLibrary(place.targetLib);
-    return;
+// The library that is written to. What is wrong with its name or path is told at once; it is made after the source has
+// been read.
+class CopyTarget {
+public:
+  CopyTarget(PluginSession &session, const CopyPlace &place) : session_(session), place_(place) {
+    if (place.libraryPath.isEmpty())
+      session.requireLibrary(place.targetLib);
+    else
+      library_.emplace(session, place.targetLib, place.libraryPath);
   }
-  TargetLibrary target(session, place.targetLib, place.libraryPath);
-  if (target.isKnown())
-    return;
-  target.create();
-  copyTechnology(session, place.lib, place.targetLib);
-}
+  void make() {
+    if (!library_ || library_->isKnown())
+      return;
+    library_->create();
+    copyTechnology(session_, place_.lib, place_.targetLib);
+  }
 
-void copyLayoutView(PluginSession &session, const CopyPlace &place, const CopyOptions &options, ImportReport &report) {
-  LayoutCopyRequest request;
+private:
+  PluginSession &session_;
+  const CopyPlace &place_;
+  std::optional<TargetLibrary> library_;
+};
+
+// The fields that both requests have.
+template <typename Request> Request requestOf(const CopyPlace &place, const CopyOptions &options, CopyTarget &target) {
+  Request request;
   request.lib = place.lib;
   request.cell = place.cell;
   request.view = place.view;
@@ -100,23 +122,8 @@ void copyLayoutView(PluginSession &session, const CopyPlace &place, const CopyOp
   request.targetCell = place.targetCell;
   request.isHierarchical = !options.topOnly;
   request.isReplacing = options.replace;
-  copyLayout(session, request, report);
-}
-
-void copySchematicOrSymbol(PluginSession &session, const CopyPlace &place, const CopyOptions &options,
-                           ImportReport &report) {
-  SchematicCopyRequest request;
-  request.lib = place.lib;
-  request.cell = place.cell;
-  request.view = place.view;
-  request.targetLib = place.targetLib;
-  request.targetCell = place.targetCell.isEmpty() ? place.cell : place.targetCell;
-  request.isHierarchical = !options.topOnly;
-  request.isReplacing = options.replace;
-  if (request.lib == request.targetLib && request.targetCell == request.cell)
-    throw HostError(
-        QStringLiteral("%1 would be copied onto itself").arg(cellViewName(place.lib, place.cell, place.view)));
-  copySchematic(session, request, report);
+  request.makeTarget = [&target] { target.make(); };
+  return request;
 }
 
 int copyView(const CommandContext &context, const CopyOptions &options) {
@@ -125,12 +132,16 @@ int copyView(const CommandContext &context, const CopyOptions &options) {
   if (place.view.isEmpty())
     place.view = defaultView(session, place.lib, place.cell);
   const bool isSchematic = isSchematicType(session.requireView(place.lib, place.cell, place.view));
-  makeTargetLibrary(session, place);
+  if (place.lib == place.targetLib && place.cell == place.targetCell) {
+    throw HostError(
+        QStringLiteral("%1 would be copied onto itself").arg(cellViewName(place.lib, place.cell, place.view)));
+  }
+  CopyTarget target(session, place);
   ImportReport report;
   if (isSchematic)
-    copySchematicOrSymbol(session, place, options, report);
+    copySchematic(session, requestOf<SchematicCopyRequest>(place, options, target), report);
   else
-    copyLayoutView(session, place, options, report);
+    copyLayout(session, requestOf<LayoutCopyRequest>(place, options, target), report);
   for (const QString &line : report.lines())
     tellUser(line);
   return report.problemCount() > 0 ? 1 : session.exitCode();

@@ -5,6 +5,7 @@
 #include "pluginsession.h"
 #include "unifieddiff.h"
 #include "usermessage.h"
+#include "viewchoice.h"
 
 #include <CLI/CLI.hpp>
 
@@ -20,7 +21,7 @@ constexpr int kTrouble = 2; // as for a wrong command line
 struct ViewNames {
   std::string lib;
   std::string cell;
-  std::string view;
+  std::string view; // empty: what the cell has
 };
 
 struct DiffNames {
@@ -28,16 +29,20 @@ struct DiffNames {
   ViewNames after;
 };
 
-void addViewArguments(CLI::App &command, ViewNames &names, const std::string &suffix) {
+void addCellArguments(CLI::App &command, ViewNames &names, const std::string &suffix) {
   command.add_option("LIB" + suffix, names.lib, "Library")->required();
   command.add_option("CELL" + suffix, names.cell, "Cell")->required();
+}
+
+void addViewArguments(CLI::App &command, ViewNames &names, const std::string &suffix) {
+  addCellArguments(command, names, suffix);
   command.add_option("VIEW" + suffix, names.view, "View")->required();
 }
 
 QByteArray dumpOf(PluginSession &session, const ViewNames &names) {
   const QString lib = nameFromCommandLine(names.lib);
   const QString cell = nameFromCommandLine(names.cell);
-  const QString view = nameFromCommandLine(names.view);
+  const QString view = names.view.empty() ? defaultView(session, lib, cell) : nameFromCommandLine(names.view);
   session.requireView(lib, cell, view);
   const QString text = session.core().getViewDump(lib, cell, view);
   session.synchronise();
@@ -98,7 +103,8 @@ int compareOrTell(const CommandContext &context, const DiffNames &names) {
 void addDumpCommands(CLI::App &app, CommandContext &context) {
   auto view = std::make_shared<ViewNames>();
   CLI::App *dump = app.add_subcommand("dump", "Print everything in a view as readable text");
-  addViewArguments(*dump, *view, "");
+  addCellArguments(*dump, *view, "");
+  dump->add_option("VIEW", view->view, "View; default: layout, schematic or symbol, the first that exists");
   dump->callback([view, &context] { context.command = [view, &context] { return printDump(context, *view); }; });
 
   auto views = std::make_shared<DiffNames>();

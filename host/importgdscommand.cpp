@@ -127,11 +127,12 @@ public:
     ImportReport report;
     // Everything that makes the file unusable is found here, before the library is made.
     const GdsIndex index(parser, scale, report);
+    const MapTechnology technology(map_);
     const QStringList present = isKnown ? session_.core().getCellNames(lib_) : QStringList();
     if (!isKnown)
       library.create();
     if (map_.count() > 0)
-      writeMapTechnology(session_, lib_, map_);
+      writeMapTechnology(session_, lib_, technology);
     MappedLayoutWriter writer(session_, lib_, map_);
     GdsImporter importer(parser, index, scale, metresPerDbu, writer, report);
     try {

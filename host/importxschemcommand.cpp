@@ -32,9 +32,10 @@ are ports; lab_pin, lab_wire name a net; vdd, vcc, vss, gnd make it global;
 noconn, lab_show are left out; title, architecture, code, ... become properties
 of the schematic; parax_cap, capa, res are made as cells of the library.
 
-Names: A[3:0] becomes A<3:0>. Attributes of a placement, and the template of a
-symbol, become properties; other attributes of a symbol properties "xschem.type",
-"xschem.format" and so on. Layers become colours, texts get one size.
+Names: A[3:0] becomes A<3:0>; a character beyond Latin-1 becomes its code, _u03A9.
+Attributes of a placement, and the template of a symbol, become properties; other
+attributes of a symbol properties "xschem.type", "xschem.format" and so on.
+Layers become colours, texts get one size.
 
 What could not be taken over as it stands is told with file and line. The exit
 code is 1 when something was left out, and everything else is written then.)";

@@ -1,5 +1,6 @@
 #include "layoutcopier.h"
 
+#include "celldata.h"
 #include "cellorigin.h"
 #include "hosterror.h"
 #include "layoutreceiver.h"
@@ -11,14 +12,38 @@
 #include "unitsprobe.h"
 #include "usermessage.h"
 
+#include <QHash>
 #include <QSet>
 
 #include <cmath>
+#include <map>
+#include <set>
 #include <vector>
 
 namespace {
 
 using Kind = CellOrigin::Kind;
+
+bool isEmpty(const LayoutCell &cell) { return cell.shapeOrder.empty() && cell.references.empty(); }
+
+// Numbers of the layers of its shapes.
+std::set<int> layersOf(const LayoutModel &model, const LayoutCell &cell) {
+  std::set<int> numbers;
+  const auto add = [&](const auto &shapes) {
+    for (const auto &shape : shapes)
+      numbers.insert(model.layer(shape.layer).layer);
+  };
+  add(cell.boxes);
+  add(cell.polygons);
+  add(cell.paths);
+  add(cell.texts);
+  return numbers;
+}
+
+int errorsSoFar(PluginSession &session) {
+  session.synchronise();
+  return session.errorCount();
+}
 
 class LayoutCopier {
 public:
@@ -31,7 +56,10 @@ private:
   QString targetCell(CellIndex index) const;
   QString targetView(CellIndex index) const;
   QString masterLibrary(CellIndex index) const;
+  QString originalView(CellIndex index) const;
   void chooseCells();
+  void requireContent() const;
+  void requireKeptCells() const;
   void requireFreeViews() const;
   void defineVias();
   void writeCell(CellIndex index);
@@ -42,6 +70,7 @@ private:
   PluginSession &session_;
   const LayoutCopyRequest &request_;
   ImportReport &report_;
+  const int errorsBefore_;
   const LayoutModel model_;
   const CellIndex top_;
   std::vector<CellOrigin> origins_; // of each cell of the model
@@ -49,24 +78,26 @@ private:
 };
 
 LayoutCopier::LayoutCopier(PluginSession &session, const LayoutCopyRequest &request, ImportReport &report)
-    : session_(session), request_(request), report_(report),
+    : session_(session), request_(request), report_(report), errorsBefore_(errorsSoFar(session)),
       model_(readLayout(session, request.lib, request.cell, request.view)), top_(*model_.topCell()) {
   for (const LayoutCell &cell : model_.cells())
     origins_.push_back(originOf(cell));
 }
 
 void LayoutCopier::copy() {
-  if (isInsideOneLibrary() && targetCell(top_) == origins_[top_].cell) {
-    throw HostError(
-        QStringLiteral("%1 would be copied onto itself").arg(cellViewName(request_.lib, request_.cell, request_.view)));
-  }
+  requireContent();
   chooseCells();
+  requireKeptCells();
+  request_.makeTarget();
   if (!request_.isReplacing)
     requireFreeViews();
   if (!isInsideOneLibrary())
     defineVias();
   for (const CellIndex index : copied_)
     writeCell(index);
+  for (const CellIndex index : copied_)
+    copyCellData(session_, {request_.lib, request_.targetLib, request_.isReplacing}, origins_[index].cell,
+                 targetCell(index), report_);
   tellWhatStays();
   checkUnits();
 }
@@ -93,11 +124,42 @@ void LayoutCopier::chooseCells() {
 }
 
 QString LayoutCopier::targetCell(CellIndex index) const {
-  return index == top_ && !request_.targetCell.isEmpty() ? request_.targetCell : origins_[index].cell;
+  return index == top_ ? request_.targetCell : origins_[index].cell;
+}
+
+QString LayoutCopier::originalView(CellIndex index) const {
+  return cellViewName(origins_[index].lib, origins_[index].cell, origins_[index].view);
 }
 
 QString LayoutCopier::targetView(CellIndex index) const {
   return cellViewName(request_.targetLib, targetCell(index), origins_[index].view);
+}
+
+// A cell that could not be read, as one whose evaluator is missing, would be copied as an empty one.
+void LayoutCopier::requireContent() const {
+  if (isEmpty(model_.cell(top_)) && session_.errorCount() > errorsBefore_) {
+    throw HostError(QStringLiteral("%1 is not copied: nothing of it could be read")
+                        .arg(cellViewName(request_.lib, request_.cell, request_.view)));
+  }
+}
+
+// A cell of another name must not be written where a cell of the model will be placed from: that one would be lost, and
+// the written one would contain itself.
+void LayoutCopier::requireKeptCells() const {
+  QHash<QString, CellIndex> written;
+  for (const CellIndex index : copied_)
+    written.insert(targetView(index), index);
+  for (CellIndex index = 0; index < model_.cells().size(); ++index) {
+    const CellOrigin &origin = origins_[index];
+    if (!model_.cell(index).isDefined || origin.kind == Kind::StandardVia)
+      continue;
+    const QString place = cellViewName(masterLibrary(index), targetCell(index), origin.view);
+    const auto found = written.constFind(place);
+    if (found == written.constEnd() || originalView(*found) == originalView(index))
+      continue;
+    throw HostError(QStringLiteral("%1 cannot be copied to %2: below %3, this is where %4 is placed from")
+                        .arg(originalView(*found), place, originalView(top_), originalView(index)));
+  }
 }
 
 void LayoutCopier::requireFreeViews() const {
@@ -113,26 +175,35 @@ void LayoutCopier::requireFreeViews() const {
   }
 }
 
-// Standard definitions are made with the first via of theirs.
+// Those of the vias in the copied cells.
 void LayoutCopier::defineVias() {
-  QSet<QString> defined;
-  for (CellIndex index = 0; index < model_.cells().size(); ++index) {
+  std::set<CellIndex> placed;
+  for (const CellIndex index : copied_) {
+    for (const ModelReference &reference : model_.cell(index).references)
+      placed.insert(reference.cell);
+  }
+  std::map<QString, ViaDefinition> definitions;
+  for (const CellIndex index : placed) {
     const CellOrigin &origin = origins_[index];
-    if (origin.kind != Kind::CustomVia && origin.kind != Kind::VariantAsVia)
+    if (!origin.isVia())
       continue;
     const QString name = origin.parameter("oaViaDefName");
-    if (defined.contains(name))
-      continue;
-    defined.insert(name);
-    const QString layer1 = origin.lastParameter("layer1");
-    const QString layer2 = origin.lastParameter("layer2");
-    if (layer1.isEmpty() || layer2.isEmpty()) { // the vias are reported as they are written
-      report_.problem(QStringLiteral("a custom via definition is unknown in the source, and is not made"), name);
-      continue;
+    ViaDefinition &definition = definitions[name];
+    definition.name = name;
+    definition.layers.merge(layersOf(model_, model_.cell(index)));
+    if (origin.kind != Kind::StandardVia) {
+      definition.lib = masterLibrary(index);
+      definition.cell = origin.cell;
+      definition.view = origin.view;
+    } else if (origin.parameter("cutRows").toUInt() > 1 || origin.parameter("cutColumns").toUInt() > 1) {
+      definition.arrayCutLayers.insert(origin.parameter("cutLayer").toInt());
     }
-    defineCustomVia(session_, {name, masterLibrary(index), origin.cell, origin.view, layer1, layer2},
-                    request_.targetLib);
   }
+  std::vector<ViaDefinition> list;
+  list.reserve(definitions.size());
+  for (const auto &[name, definition] : definitions)
+    list.push_back(definition);
+  copyViaDefinitions(session_, list, request_.lib, request_.targetLib, report_);
 }
 
 // Where the cell is after the copy. Without the cells below, those that could be copied are taken to be there.

@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include <functional>
+
 class PluginSession;
 
 struct LayoutCopyRequest {
@@ -12,11 +14,13 @@ struct LayoutCopyRequest {
   QString cell;
   QString view;
   QString targetLib;
-  QString targetCell; // name of the copied cell; empty: its own
+  QString targetCell; // name of the copied cell
   // Copy the cells below too.
   bool isHierarchical = true;
   // Write over cell views that exist.
   bool isReplacing = false;
+  // Makes the target library where there is none. Called when everything is read and nothing is written yet.
+  std::function<void()> makeTarget;
 };
 
 // Reads a layout by its signals and writes it by the writing operations, cell by cell. With it go the cells that it
@@ -26,7 +30,8 @@ struct LayoutCopyRequest {
 // library lacks are made in its technology. Inside one library only the cell itself is copied.
 //
 // Throws HostError when the layout cannot be read, and before anything is written when a copy would replace a cell view
-// and that was not asked for. What could not be copied is in `report` and in the session's exit code.
+// and that was not asked for, or one that the copies place. What could not be copied is in `report` and in the
+// session's exit code.
 void copyLayout(PluginSession &session, const LayoutCopyRequest &request, ImportReport &report);
 
 #endif

@@ -57,8 +57,8 @@ std::unique_ptr<QCoreApplication> makeApplication(const CommandContext &context,
   qInstallMessageHandler(dropQtRemarks);
   if (!context.needsDrawing)
     return std::make_unique<QCoreApplication>(argc, argv);
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("QT_QPA_PLATFORM",
+          "offscreen"); // a desktop sets another one, which its terminals elsewhere have no display for
   return std::make_unique<QGuiApplication>(argc, argv);
 }
 

@@ -64,6 +64,20 @@ QStringList namesLost(const QList<LayerMap::MappedPair> &pairs, const QMap<int, 
   return lost;
 }
 
+void requireLatin1(const QList<LayerMap::MappedPair> &pairs) {
+  for (const LayerMap::MappedPair &pair : pairs) {
+    for (const QString &name : {pair.name, pair.purpose}) {
+      if (QString::fromLatin1(name.toLatin1()) != name) {
+        throw HostError(QStringLiteral("layer map: \"%1\" of layer %2/%3 has characters that a library cannot hold; "
+                                       "only Latin-1 is possible")
+                            .arg(name)
+                            .arg(pair.layer)
+                            .arg(pair.datatype));
+      }
+    }
+  }
+}
+
 // Prints nothing. The variables library, layers and purposes are lists, the latter two of numbers and names in turn.
 // Gives "attached", or a line for each name of the map that the technology has another one for.
 const char kScript[] = R"tcl(
@@ -108,6 +122,7 @@ QStringList flat(const QList<Numbered> &numbered) {
 
 MapTechnology::MapTechnology(const LayerMap &map) {
   const QList<LayerMap::MappedPair> pairs = map.pairs();
+  requireLatin1(pairs);
   QMap<int, QString> layerNames;
   for (const bool wanted : {true, false}) {
     for (const LayerMap::MappedPair &pair : pairs) {
@@ -125,8 +140,7 @@ MapTechnology::MapTechnology(const LayerMap &map) {
   lostNames = namesLost(pairs, layerNames);
 }
 
-void writeMapTechnology(PluginSession &session, const QString &lib, const LayerMap &map) {
-  const MapTechnology technology(map);
+void writeMapTechnology(PluginSession &session, const QString &lib, const MapTechnology &technology) {
   TclInterpreter interpreter(TclInterpreter::kNoOutput);
   session.core().tclInit(interpreter.get());
   interpreter.setList("library", {lib});

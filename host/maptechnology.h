@@ -20,6 +20,7 @@ struct MapTechnology {
     int number;
     QString name;
   };
+  // Throws HostError for a name with characters that no technology can hold.
   explicit MapTechnology(const LayerMap &map);
 
   QList<Numbered> layers;
@@ -28,9 +29,9 @@ struct MapTechnology {
   QStringList lostNames;
 };
 
-// Enters what the map names into the technology of the library, which gets one when it has none. What the technology
+// Enters these names into the technology of the library, which gets one when it has none. What the technology
 // has already stays as it is, and the user is told which names of the map that costs. A library that uses another one's
 // technology is left alone, and the user told. Throws HostError when the technology cannot be written.
-void writeMapTechnology(PluginSession &session, const QString &lib, const LayerMap &map);
+void writeMapTechnology(PluginSession &session, const QString &lib, const MapTechnology &technology);
 
 #endif

@@ -72,13 +72,13 @@ void addNetlistCommand(CLI::App &app, CommandContext &context) {
   command->footer(
       "SPICE: one .subckt for each cell, masters before their users, the top cell last. Its ports are the terminals\n"
       "of the cell's symbol; without a symbol, the ports of the schematic. Other nets that lead outside are .global.\n"
-      "A device whose cell has a schematic is a call with the letter X. Any other device is the line that the "
-      "symbol's\n"
-      "property xschem.format prescribes; without it, the properties spiceprefix (default X) and model (default: the\n"
-      "cell) and all other properties as name=value, those of the symbol as defaults. A letter that the name begins\n"
-      "with is not repeated. Bits are written name[3]; characters that SPICE does not take become \"_\", and names "
-      "that\n"
-      "differ in case only get a number; both are told on standard error.\n"
+      "A device whose cell has a schematic is a call with the letter X. Any other device is the line that the\n"
+      "symbol's property xschem.format prescribes; without it, the properties spiceprefix (default X) and model\n"
+      "(default: the cell) and all other properties as name=value, those of the symbol as defaults. Its nodes are in\n"
+      "the order in which the symbol's terminals are drawn. A letter that the name begins with is not repeated. Bits\n"
+      "are written name[3]; characters that SPICE does not take become \"_\", and names that differ in case only get "
+      "a\n"
+      "number; both are told on standard error.\n"
       "The exit code is 1 when anything is missing or does not fit; everything else is printed all the same.");
   command->callback(
       [options, &context] { context.command = [options, &context] { return writeNetlist(context, *options); }; });

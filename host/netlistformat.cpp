@@ -27,14 +27,41 @@ QString resolvedTo(const QString &text, const Lookup &lookup, int depth, int &le
   return result + text.mid(end);
 }
 
+// The references in a format: what is captured first is the pin of @@pin, then the pin or its number of @#pin and its
+// attribute, then the name of @name. A backslash is a match without any.
+const QRegularExpression &references() {
+  static const QRegularExpression expression(QStringLiteral("@@([A-Za-z0-9_\\[\\]:.]+)|"
+                                                            "@#((?:[A-Za-z0-9_.]|\\[[0-9:]*\\])+)(?::(\\w+))?|"
+                                                            "@([A-Za-z_][A-Za-z0-9_]*)|\\\\"));
+  return expression;
+}
+
+const QString kNetOfPin = QStringLiteral("net_name");
+const QString kNameOfPin = QStringLiteral("name");
+
+QString toHostSyntax(QString pin) {
+  return pin.replace(QLatin1Char('['), QLatin1Char('<')).replace(QLatin1Char(']'), QLatin1Char('>'));
+}
+
+// What @#pin, @#number and their attributes stand for.
+QString valueOfPin(const QString &pin, const QString &attribute, const Line &line) {
+  bool isNumber = false;
+  const int number = pin.toInt(&isNumber);
+  const QString unknown = QLatin1Char('#') + pin;
+  const QString name = isNumber ? line.pinNames.value(number, unknown) : toHostSyntax(pin);
+  if (attribute != kNameOfPin)
+    return line.pin(name).value_or(QString());
+  QString text = name;
+  return text.replace(QLatin1Char('<'), QLatin1Char('[')).replace(QLatin1Char('>'), QLatin1Char(']'));
+}
+
 // What one reference in a format stands for.
 QString valueOf(const QRegularExpressionMatch &match, const Line &line) {
-  if (!match.captured(1).isEmpty()) {
-    QString pin = match.captured(1);
-    pin.replace(QLatin1Char('['), QLatin1Char('<')).replace(QLatin1Char(']'), QLatin1Char('>'));
-    return line.pin(pin).value_or(QString());
-  }
-  const QString name = match.captured(2);
+  if (!match.captured(1).isEmpty())
+    return line.pin(toHostSyntax(match.captured(1))).value_or(QString());
+  if (!match.captured(2).isEmpty())
+    return valueOfPin(match.captured(2), match.captured(3), line);
+  const QString name = match.captured(4);
   if (name == QLatin1String("pinlist"))
     return line.pinList;
   return resolved(line.value(name).value_or(QString()), line.value);
@@ -53,15 +80,26 @@ QString withPlainExpressions(const QString &text) {
   return result.replace(expression, QStringLiteral("\\1"));
 }
 
-bool isUsable(const QString &format) {
-  return !format.trimmed().isEmpty() && !format.contains(QLatin1String("tcleval("));
+QString faultOf(const QString &format) {
+  if (format.contains(QLatin1String("tcleval(")))
+    return QStringLiteral("it is to be computed by Tcl");
+  for (auto matches = references().globalMatch(format); matches.hasNext();) {
+    const QRegularExpressionMatch match = matches.next();
+    const QString attribute = match.captured(3);
+    if (!attribute.isEmpty() && attribute != kNetOfPin && attribute != kNameOfPin)
+      return QStringLiteral("%1 is not known").arg(match.captured());
+  }
+  QString rest = format;
+  rest.replace(references(), QStringLiteral(" "));
+  static const QRegularExpression unknown(QStringLiteral("@\\S{0,40}"));
+  const QRegularExpressionMatch match = unknown.match(rest);
+  return match.hasMatch() ? QStringLiteral("%1 is not known").arg(match.captured()) : QString();
 }
 
 QStringList filledIn(const QString &format, const Line &line) {
-  static const QRegularExpression reference(QStringLiteral("@@([A-Za-z0-9_\\[\\]:.]+)|@([A-Za-z_][A-Za-z0-9_]*)|\\\\"));
   QString text;
   int end = 0;
-  for (auto matches = reference.globalMatch(format); matches.hasNext();) {
+  for (auto matches = references().globalMatch(format); matches.hasNext();) {
     const QRegularExpressionMatch match = matches.next();
     text += format.midRef(end, match.capturedStart() - end);
     end = match.capturedEnd();

@@ -24,14 +24,16 @@ struct Line {
   Lookup value;
   // The nodes of all terminals, and those of a pin by its name in host syntax; nothing for an unknown pin.
   QString pinList;
+  QStringList pinNames; // in host syntax, in the order in which @#0, @#1, ... count them
   std::function<std::optional<QString>(const QString &pin)> pin;
 };
 
-// Whether it can be filled in; those that are to be computed by Tcl cannot.
-bool isUsable(const QString &format);
+// Why it cannot be filled in: it is to be computed by Tcl, or asks for what is not known here. Empty when it can.
+QString faultOf(const QString &format);
 
-// The netlist lines, one each, without continuation. @name, @symname and properties by @property; @pinlist and @@pin
-// are nodes; a backslash only ends a name. A property without a value is left out, an unknown pin too.
+// The netlist lines, one each, without continuation. @name, @symname and properties by @property; @pinlist, @@pin,
+// @#pin and @#number are nodes, @#pin:name is the name of a pin; a backslash only ends a name. A property without a
+// value is left out, an unknown pin too.
 QStringList filledIn(const QString &format, const Line &line);
 
 } // namespace netlistformat

@@ -17,10 +17,13 @@ const QString *findParameter(const NetlistParameters &parameters, const QString 
 
 // What a netlist needs of a symbol.
 struct NetlistSymbol {
-  QStringList terminals; // bit by bit, each once
+  // Bit by bit, each once: in the order of the drawing, then those that no port of the drawing shows.
+  QStringList terminals;
   // Properties of the symbol's design: defaults of its placements, and administrative ones, which have a dot in their
   // name ("xschem.format").
   NetlistParameters properties;
+  // The same terminals as wholes; one that is drawn more than once comes as often.
+  QStringList pins = {};
 
   // Names that "xschem.extra" lists: properties that stand for nets or for parts of a netlist line, not for
   // parameters.
@@ -35,8 +38,8 @@ struct NetlistDevice {
   // Index of its subcircuit in Netlist::cells; -1 for a device that has no schematic.
   int master = -1;
   const NetlistSymbol *symbol = nullptr; // null when it is missing
-  QStringList terminals;
-  std::vector<int> nodes; // one for each terminal
+  QStringList terminals;                 // in the order of the symbol, then those that it lacks
+  std::vector<int> nodes;                // one for each terminal
   NetlistParameters parameters;
 
   // -1 when there is no such terminal.

@@ -5,28 +5,73 @@
 #include "pluginsession.h"
 #include "schematicconnectivity.h"
 #include "schematicreceiver.h"
+#include "tcllist.h"
 #include "usermessage.h"
 
 #include <QHash>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
 
 const QString kSchematicView = QStringLiteral("schematic");
 
+// Gives the names of all terminals of a view but those of global nets; of a parametric view, those that it has with its
+// default parameters.
+const char kTerminalScript[] = R"(
+set design [oa::DesignOpen {*}$arguments r]
+if {[oa::isSuperMaster $design]} {
+  set defaults [oa::getParams $design]
+  oa::close $design
+  set design [oa::DesignOpen {*}$arguments [oa::ParamArray $defaults]]
+}
+set names {}
+try {
+  set all [oa::getTerms [oa::getTopBlock $design]]
+  while {[set terminal [oa::getNext $all]] ne ""} {
+    if {![oa::isGlobal [oa::getNet $terminal]]} {lappend names [oa::getName $terminal]}
+  }
+} finally {
+  oa::close $design
+}
+return $names
+)";
+
 // What the drawing tells of a cell that its netlist does not.
 struct Drawing {
   bool isSchematic = false;
   QHash<QString, QString> libraries; // of a placement, by its name and device
-  QStringList ports;                 // bit by bit, in the order of the drawing, each once
-  QSet<QString> globalPorts;         // bit by bit
+  // Bit by bit, in the order of the drawing; of a schematic, then the terminals that are not drawn.
+  QStringList ports;
+  QSet<QString> globalPorts; // bit by bit
+  QSet<QString> groundNames; // labels that lie on a ground: their nets are global
 };
 
 QString placementKey(const QString &name, const QString &device) { return name + QLatin1Char('\n') + device; }
 
 // "I1<3>" is a bit of the placement I1.
 QString withoutBit(const QString &name) { return name.left(name.lastIndexOf(QLatin1Char('<'))); }
+
+// Terminals arrive in the order in which they were made, buses behind all others.
+void orderTerminals(NetlistDevice &device) {
+  if (device.terminals == device.symbol->terminals)
+    return;
+  QHash<QString, int> nodes;
+  for (int i = 0; i < device.terminals.size(); ++i)
+    nodes.insert(device.terminals[i], device.nodes[static_cast<std::size_t>(i)]);
+  const QStringList wanted = device.symbol->terminals + device.terminals;
+  device.terminals.clear();
+  device.nodes.clear();
+  for (const QString &terminal : wanted) {
+    const auto node = nodes.find(terminal);
+    if (node == nodes.end())
+      continue;
+    device.terminals.append(terminal);
+    device.nodes.push_back(*node);
+    nodes.erase(node);
+  }
+}
 
 class NetlistBuilder {
 public:
@@ -45,9 +90,13 @@ private:
   void begin(int index);
   void visit(OpenCell &open);
   Drawing readDrawing(const NetlistCell &cell, const QString &viewType);
+  void addUndrawnPorts(const NetlistCell &cell, const std::vector<int> &externals, Drawing &drawing);
   void findMaster(const NetlistCell &cell, const Drawing &drawing, NetlistDevice &device);
   bool hasSchematic(const QString &lib, const QString &cell);
   const NetlistSymbol *symbolOf(const QString &lib, const QString &device);
+  void addUndrawnTerminals(const QString &lib, const QString &device, QSet<QString> shown, NetlistSymbol &symbol);
+  QStringList undrawnTerminals(const NetlistCell &view, const std::vector<int> &externals, const QSet<QString> &shown);
+  QStringList terminalNames(const NetlistCell &view);
   void findPorts(NetlistCell &cell, const Drawing &drawing, const std::vector<int> &externals);
 
   PluginSession &session_;
@@ -120,7 +169,8 @@ void NetlistBuilder::begin(int index) {
     throw HostError(QStringLiteral("%1 could not be read as a netlist").arg(cell.path()));
   cell.symbol = symbolOf(cell.library, cell.cell);
   if (!isUnreadable) {
-    const Drawing drawing = readDrawing(cell, viewType);
+    Drawing drawing = readDrawing(cell, viewType);
+    addUndrawnPorts(cell, receiver.externals(), drawing);
     for (NetlistDevice &device : cell.devices)
       findMaster(cell, drawing, device);
     findPorts(cell, drawing, receiver.externals());
@@ -158,7 +208,26 @@ Drawing NetlistBuilder::readDrawing(const NetlistCell &cell, const QString &view
         drawing.ports.append(bit);
     }
   }
+  QSet<QPair<int, int>> grounds;
+  for (const SchematicGround &ground : model.grounds)
+    grounds.insert({ground.position.x(), ground.position.y()});
+  for (const SchematicLabel &label : model.labels) {
+    if (grounds.contains({label.origin.x(), label.origin.y()}))
+      drawing.groundNames.insert(label.text);
+  }
   return drawing;
+}
+
+void NetlistBuilder::addUndrawnPorts(const NetlistCell &cell, const std::vector<int> &externals, Drawing &drawing) {
+  if (!drawing.isSchematic)
+    return;
+  QSet<QString> shown = drawing.globalPorts + drawing.groundNames;
+  for (const QString &port : qAsConst(drawing.ports))
+    shown.insert(port);
+  for (const QString &terminal : cell.symbol != nullptr ? cell.symbol->terminals : QStringList())
+    shown.insert(terminal);
+  for (const QString &terminal : undrawnTerminals(cell, externals, shown))
+    drawing.ports += bitNamesOf(terminal);
 }
 
 void NetlistBuilder::findMaster(const NetlistCell &cell, const Drawing &drawing, NetlistDevice &device) {
@@ -169,6 +238,8 @@ void NetlistBuilder::findMaster(const NetlistCell &cell, const Drawing &drawing,
   device.library = found != drawing.libraries.constEnd() ? *found : cell.library;
   device.cell = splitDevice(device.device).cell;
   device.symbol = symbolOf(device.library, device.device);
+  if (device.symbol != nullptr)
+    orderTerminals(device);
   if (hasSchematic(device.library, device.cell))
     device.master = cellIndex(device.library, device.cell, kSchematicView);
 }
@@ -183,6 +254,60 @@ bool NetlistBuilder::hasSchematic(const QString &lib, const QString &cell) {
                        session_.core().getViewNames(lib, cell).contains(kSchematicView);
   hasSchematic_.insert(key, isThere);
   return isThere;
+}
+
+// The terminals of a view that are on no global net, as wholes, in host syntax.
+QStringList NetlistBuilder::terminalNames(const NetlistCell &view) {
+  try {
+    QStringList names = runTclScript(session_, kTerminalScript, {view.library, view.cell, view.view},
+                                     QStringLiteral("the terminals of %1 cannot be read").arg(view.path()));
+    for (QString &name : names)
+      name.replace(QLatin1Char('['), QLatin1Char('<')).replace(QLatin1Char(']'), QLatin1Char('>'));
+    return names;
+  } catch (const HostError &error) {
+    report_.problem(error.message(), view.path());
+    return {};
+  }
+}
+
+// The terminals that a drawing does not show, as wholes. It shows those whose ports are rectangles, and global nets;
+// these are `shown`, bit by bit. There are others only when more nets lead outside, which may again be global ones.
+QStringList NetlistBuilder::undrawnTerminals(const NetlistCell &view, const std::vector<int> &externals,
+                                             const QSet<QString> &shown) {
+  const bool isComplete =
+      std::all_of(externals.begin(), externals.end(), [&](int node) { return shown.contains(view.nodes[node]); });
+  QStringList undrawn;
+  if (isComplete)
+    return undrawn;
+  for (const QString &terminal : terminalNames(view)) {
+    const QStringList bits = bitNamesOf(terminal);
+    if (!std::all_of(bits.begin(), bits.end(), [&](const QString &bit) { return shown.contains(bit); }))
+      undrawn.append(terminal);
+  }
+  return undrawn;
+}
+
+void NetlistBuilder::addUndrawnTerminals(const QString &lib, const QString &device, QSet<QString> shown,
+                                         NetlistSymbol &symbol) {
+  const DeviceName name = splitDevice(device);
+  NetlistCell view;
+  view.library = lib;
+  view.cell = name.cell;
+  view.view = name.view;
+  ImportReport ignored;
+  NetlistReceiver receiver(session_.object(), view, ignored);
+  session_.setReportsIgnored(true);
+  session_.core().loadNetlist(lib, name.cell, name.view);
+  session_.synchronise();
+  session_.setReportsIgnored(false);
+  for (const QString &terminal : undrawnTerminals(view, receiver.externals(), shown)) {
+    symbol.pins.append(terminal);
+    for (const QString &bit : bitNamesOf(terminal)) {
+      if (!shown.contains(bit))
+        symbol.terminals.append(bit);
+      shown.insert(bit);
+    }
+  }
 }
 
 // Null when there is none, which has been told as a missing master.
@@ -200,16 +325,18 @@ const NetlistSymbol *NetlistBuilder::symbolOf(const QString &lib, const QString 
   NetlistSymbol symbol;
   try {
     const SymbolModel model = readComponent(session_, lib, device);
-    QSet<QString> terminals;
+    QSet<QString> seen;
     for (const SchematicPort &port : model.ports) {
-      if (port.isGlobal) // a net of that name, and no terminal
-        continue;
+      if (!port.isGlobal)
+        symbol.pins.append(port.name);
       for (const QString &bit : bitNamesOf(port.name)) {
-        if (!terminals.contains(bit))
+        // A global port is a net of that name, and no terminal.
+        if (!seen.contains(bit) && !port.isGlobal)
           symbol.terminals.append(bit);
-        terminals.insert(bit);
+        seen.insert(bit);
       }
     }
+    addUndrawnTerminals(lib, device, seen, symbol);
     symbol.properties = model.data;
   } catch (const HostError &error) {
     report_.problem(error.message(), key);

@@ -39,8 +39,8 @@ private:
 // `report` or is told by the plug-in. `progress` is called with the number of cells read.
 //
 // Where a node leads outside, the symbol of the cell says whether it is a port: one of its terminals is; anything else
-// is global. A cell without a symbol has the ports that its schematic shows; in views of other types every external
-// node is a port.
+// is global. A cell without a symbol has the terminals of its schematic as ports; in views of other types every
+// external node is a port.
 Netlist readNetlist(PluginSession &session, const QString &lib, const QString &cell, const QString &view,
                     ImportReport &report, const std::function<void(qint64)> &progress);
 

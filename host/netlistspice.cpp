@@ -62,7 +62,7 @@ QStringList wordsOf(const QString &line) {
 
 // A value that would fall apart gets quotes.
 QString quotedValue(const QString &value) {
-  const QString text = netlistformat::withPlainExpressions(value).simplified();
+  QString text = netlistformat::withPlainExpressions(value).simplified();
   static const QRegularExpression whole(QStringLiteral("^('[^']*'|\"[^\"]*\"|\\{[^}]*\\})$"));
   static const QRegularExpression breaks(QStringLiteral("[\\s=,;()]"));
   if (text.isEmpty())
@@ -131,7 +131,7 @@ QByteArray SpiceWriter::write() {
 
 // The legal form of a name; one that differs by more than its brackets is told.
 QString SpiceWriter::named(SpiceNames &names, const QString &name, const QString &where) {
-  const QString result = names.unique(name);
+  QString result = names.unique(name);
   QString expected = name;
   expected.replace(QLatin1Char('<'), QLatin1Char('[')).replace(QLatin1Char('>'), QLatin1Char(']'));
   if (result != expected)
@@ -264,9 +264,15 @@ void SpiceWriter::writeCall(const NetlistCell &cell, const NetlistDevice &device
 void SpiceWriter::writeDevice(const NetlistCell &cell, const NetlistDevice &device) {
   const QString *format =
       device.symbol != nullptr ? findParameter(device.symbol->properties, QStringLiteral("xschem.format")) : nullptr;
-  if (format != nullptr && netlistformat::isUsable(*format)) {
-    writeFormatted(cell, device, *format);
-    return;
+  if (format != nullptr && !format->trimmed().isEmpty()) {
+    const QString fault = netlistformat::faultOf(*format);
+    if (fault.isEmpty()) {
+      writeFormatted(cell, device, *format);
+      return;
+    }
+    report_.problem(QStringLiteral("the netlist line of symbol %1 cannot be followed (%2); the ordinary one is written")
+                        .arg(symbolKey(device.library, device.device), fault),
+                    QStringLiteral("%1, device %2").arg(cell.path(), device.name));
   }
   const NetlistParameters all = device.allParameters();
   const netlistformat::Lookup lookup = lookupOf(cell, device);
@@ -299,6 +305,7 @@ void SpiceWriter::writeFormatted(const NetlistCell &cell, const NetlistDevice &d
   for (const int node : device.nodes)
     nodes.append(nodeName(node));
   line.pinList = nodes.join(QLatin1Char(' '));
+  line.pinNames = device.symbol->pins;
   line.pin = [&](const QString &pin) -> std::optional<QString> {
     QStringList found;
     for (const QString &bit : bitNamesOf(pin)) {

@@ -101,9 +101,13 @@ PictureOptions layoutOptions(const RenderCommandOptions &options, const LayoutMo
   picture.hasTexts = !options.noTexts;
   Extent window;
   if (parseWindow(options.window, &window)) {
-    const double dbuPerUserUnit = model.userUnitsPerDbu() > 0 ? 1 / model.userUnitsPerDbu() : 1;
+    if (model.userUnitsPerDbu() <= 0) {
+      throw HostError(QStringLiteral("--window is in user units, and nothing tells those of %1: its layouts cannot be "
+                                     "drawn with their default parameters")
+                          .arg(nameFromCommandLine(options.lib)));
+    }
     for (double *side : {&window.left, &window.bottom, &window.right, &window.top})
-      *side *= dbuPerUserUnit;
+      *side /= model.userUnitsPerDbu();
     picture.window = window;
   }
   return picture;

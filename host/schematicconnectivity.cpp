@@ -11,8 +11,6 @@
 
 namespace {
 
-QString placeText(const QPoint &place) { return QStringLiteral("(%1, %2)").arg(place.x()).arg(place.y()); }
-
 bool isSameBits(const QString &name, const QString &other) {
   return name == other || (bitsOfName(name) == bitsOfName(other) && bitNamesOf(name) == bitNamesOf(other));
 }
@@ -20,7 +18,7 @@ bool isSameBits(const QString &name, const QString &other) {
 // A net name that a placement knows, as the group at the terminal would be called: an iterated placement whose
 // instances share a net has it repeated.
 QString groupName(const QString &connected, int terminalBits, int placementBits) {
-  const QString name = plainNetName(connected);
+  QString name = plainNetName(connected);
   if (placementBits == 1 || bitsOfName(name) == terminalBits)
     return name;
   const QString once = unrepeatedName(name, placementBits);
@@ -52,7 +50,7 @@ private:
   void describeGroups();
   void nameGroups();
   void connectByName(int placement);
-  void claimName(int node, const QString &name, const QString &claimant);
+  void claimName(int node, const QString &name, const QString &claimant, int sourceLine);
   int nameIndex(const QString &name);
   int netOf(int node);
   void makeNets();
@@ -95,7 +93,7 @@ SchematicConnectivity ConnectivityFinder::find() {
 void ConnectivityFinder::placeTerminals() {
   QHash<QString, int> placesWithoutSymbol;
   QStringList missing; // in order
-  QStringList missingPlacements;
+  std::vector<const SchematicPlacement *> missingPlacements;
   for (std::size_t i = 0; i < model_.placements.size(); ++i) {
     const SchematicPlacement &placement = model_.placements[i];
     firstTerminal_.push_back(static_cast<int>(result_.terminals.size()));
@@ -104,7 +102,7 @@ void ConnectivityFinder::placeTerminals() {
     if (symbol == nullptr) {
       if (++placesWithoutSymbol[key] == 1) {
         missing.append(key);
-        missingPlacements.append(placement.name);
+        missingPlacements.push_back(&placement);
       }
       continue;
     }
@@ -117,8 +115,10 @@ void ConnectivityFinder::placeTerminals() {
   for (int i = 0; i < missing.size(); ++i) {
     const int others = placesWithoutSymbol.value(missing[i]) - 1;
     const QString more = others > 0 ? QStringLiteral(" and %1 more").arg(others) : QString();
-    result_.problems.append(QStringLiteral("the symbol %1 of placement %2%3 is missing: it has no terminals to connect")
-                                .arg(missing[i], missingPlacements[i], more));
+    const SchematicPlacement &first = *missingPlacements[static_cast<std::size_t>(i)];
+    result_.problems.append(model_.source.prefix(first.sourceLine) +
+                            QStringLiteral("the symbol %1 of placement %2%3 is missing: it has no terminals to connect")
+                                .arg(missing[i], first.name, more));
   }
 }
 
@@ -197,12 +197,12 @@ void ConnectivityFinder::nameGroups() {
   for (std::size_t i = 0; i < model_.ports.size(); ++i) {
     const SchematicPort &port = model_.ports[i];
     claimName(portNodes_ + static_cast<int>(i), plainNetName(port.name),
-              QStringLiteral("the port at %1").arg(placeText(port.position)));
+              QStringLiteral("the port at %1").arg(model_.source.placeText(port.position)), port.sourceLine);
   }
   for (std::size_t i = 0; i < model_.labels.size(); ++i) {
     const SchematicLabel &label = model_.labels[i];
     claimName(labelNodes_ + static_cast<int>(i), plainNetName(label.text),
-              QStringLiteral("the label at %1").arg(placeText(label.origin)));
+              QStringLiteral("the label at %1").arg(model_.source.placeText(label.origin)), label.sourceLine);
   }
   for (std::size_t i = 0; i < model_.placements.size(); ++i)
     connectByName(static_cast<int>(i));
@@ -226,13 +226,15 @@ void ConnectivityFinder::connectByName(int placementNumber) {
     const auto node = nodes.constFind(terminal);
     if (node != nodes.constEnd()) {
       claimName(*node, groupName(net, bitsOfName(terminal), placement.bits()),
-                QStringLiteral("the connection of terminal %1 of placement %2").arg(terminal, placement.name));
+                QStringLiteral("the connection of terminal %1 of placement %2").arg(terminal, placement.name),
+                placement.sourceLine);
       continue;
     }
     // The name is used all the same, so that no automatic net takes it.
     nameIndex(plainNetName(net));
     if (hasSymbol) {
       result_.problems.append(
+          model_.source.prefix(placement.sourceLine) +
           QStringLiteral("terminal %1 of placement %2 is connected to net %3, but the symbol %4 has no "
                          "such terminal")
               .arg(terminal, placement.name, net, symbolKey(placement.library, placement.device)));
@@ -240,7 +242,7 @@ void ConnectivityFinder::connectByName(int placementNumber) {
   }
 }
 
-void ConnectivityFinder::claimName(int node, const QString &name, const QString &claimant) {
+void ConnectivityFinder::claimName(int node, const QString &name, const QString &claimant, int sourceLine) {
   if (name.isEmpty())
     return;
   Group &group = groupOf(node);
@@ -251,7 +253,8 @@ void ConnectivityFinder::claimName(int node, const QString &name, const QString 
   }
   const QString &present = names_[static_cast<std::size_t>(group.name)];
   if (group.name != index && !isSameBits(name, present))
-    result_.problems.append(QStringLiteral("net %1 is also called %2 by %3").arg(present, name, claimant));
+    result_.problems.append(model_.source.prefix(sourceLine) +
+                            QStringLiteral("net %1 is also called %2 by %3").arg(present, name, claimant));
 }
 
 int ConnectivityFinder::nameIndex(const QString &name) {
@@ -351,8 +354,9 @@ void ConnectivityFinder::checkWidths() {
       continue;
     const QString times = placement.isVector ? QStringLiteral(" times %1").arg(placement.bits()) : QString();
     result_.problems.append(
+        model_.source.prefix(placement.sourceLine) +
         QStringLiteral("terminal %1 of placement %2 at %3 has %4%5, but net %6 has %7")
-            .arg(terminal.terminal, placement.name, placeText(terminal.position))
+            .arg(terminal.terminal, placement.name, model_.source.placeText(terminal.position))
             .arg(counted(static_cast<quint64>(terminalBits), QStringLiteral("bit")), times, net.name)
             .arg(net.bits));
   }

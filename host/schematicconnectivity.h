@@ -44,7 +44,7 @@ struct SchematicConnectivity {
   // Index into nets. -1 for a terminal and a dot that nothing touches.
   std::vector<int> netOfWire, netOfDot, netOfLabel, netOfPort, netOfGround, netOfTerminal;
   // Two names on one group, a name that says another width than the terminal it meets, and the like; each names the
-  // objects and the place.
+  // objects and the place, and the file and line in front where the model has them.
   QStringList problems;
 };
 

@@ -34,6 +34,18 @@ bool isComplete(const std::vector<SchematicItemRef> &order, const std::array<std
 
 } // namespace
 
+QString SchematicSource::prefix(int line) const {
+  return file.isEmpty() || line <= 0 ? QString() : QStringLiteral("%1:%2: ").arg(file).arg(line);
+}
+
+QString SchematicSource::placeText(const QPoint &place) const {
+  if (file.isEmpty())
+    return QStringLiteral("(%1, %2)").arg(place.x()).arg(place.y());
+  // Adding zero makes one of a negative zero.
+  const auto text = [this](int coordinate) { return QString::number(coordinate / scale + 0.0, 'g', 12); };
+  return QStringLiteral("(%1, %2)").arg(text(place.x()), text(-place.y()));
+}
+
 int SchematicPlacement::bits() const {
   if (!isVector)
     return 1;

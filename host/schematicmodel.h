@@ -37,15 +37,28 @@ struct SchematicShape {
   int rotation = 0; // of a text, in degrees: 0, 90, 180 or 270
 };
 
+// Where a model was imported from, for messages. Objects have the number of their line there, or 0.
+struct SchematicSource {
+  QString file;
+  double scale = 1; // database units for one of the file's
+
+  // "FILE:LINE: ", or nothing.
+  QString prefix(int line) const;
+  // "(x, y)" as the file has it, where y runs downwards; without a file in database units.
+  QString placeText(const QPoint &place) const;
+};
+
 struct SchematicWire {
   QPolygon points;
   bool isBus = false;
+  int sourceLine = 0;
 };
 
 struct SchematicLabel {
   QString text;
   QPoint origin;
   QPoint offset;
+  int sourceLine = 0;
 };
 
 struct SchematicPort {
@@ -54,6 +67,7 @@ struct SchematicPort {
   QString type;   // "input", "output", "input output" or empty
   QString symbol; // what the host draws for it; may be empty
   bool isGlobal = false;
+  int sourceLine = 0;
 };
 
 struct SchematicPlacement {
@@ -67,10 +81,12 @@ struct SchematicPlacement {
   int start = 0;
   int stop = 0;
   std::optional<QPoint> labelOffset;
+  std::size_t labelOffsetPlace = 0; // how many of `data` come before it
   // Properties: name and value, in order.
   std::vector<QPair<QString, QString>> data;
   // Terminal and net of what is connected by name: everything of an iterated instance, and terminals of several bits.
   std::vector<QPair<QString, QString>> connections;
+  int sourceLine = 0;
 
   // Number of instances: 1 unless iterated.
   int bits() const;
@@ -101,6 +117,8 @@ struct SchematicModel {
   std::vector<SchematicItemRef> order;
   // Properties of the design, in order.
   std::vector<QPair<QString, QString>> data;
+  // Empty unless it was imported.
+  SchematicSource source;
 };
 
 // Everything but the placements, each once: in the model's own order when that is complete, else kind by kind.

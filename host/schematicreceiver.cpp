@@ -102,6 +102,8 @@ void SchematicReceiver::addPlacement(const QString &device, const QString &libra
   placement.orientation = orientation.value_or(Orientation());
   model_.placements.push_back(placement);
   target_ = Target::Placement;
+  isNamed_ = false;
+  isOffsetBehindName_ = false;
 }
 
 void SchematicReceiver::setDataString(const QString &key, const QString &value) {
@@ -123,18 +125,28 @@ void SchematicReceiver::setDataString(const QString &key, const QString &value) 
     return;
   }
   // The name comes after all properties; what came earlier under this key was one of them.
-  if (!placement->name.isEmpty())
-    placement->data.push_back(qMakePair(key, placement->name));
+  if (isNamed_) {
+    placement->data.insert(placement->data.begin() + static_cast<std::ptrdiff_t>(namePlace_),
+                           qMakePair(key, placement->name));
+    if (isOffsetBehindName_)
+      ++placement->labelOffsetPlace;
+  }
   placement->name = value;
+  isNamed_ = true;
+  namePlace_ = placement->data.size();
+  isOffsetBehindName_ = false;
 }
 
 void SchematicReceiver::setDataPoint(int type, const QPoint &point) {
   SchematicPlacement *placement = currentPlacement("setDataPoint");
   constexpr int kLabelOffset = 1;
-  if (placement != nullptr && type == kLabelOffset)
+  if (placement != nullptr && type == kLabelOffset) {
     placement->labelOffset = point;
-  else if (placement != nullptr)
+    placement->labelOffsetPlace = placement->data.size();
+    isOffsetBehindName_ = isNamed_;
+  } else if (placement != nullptr) {
     problems_.add(QStringLiteral("setDataPoint with the unknown type %1").arg(type));
+  }
 }
 
 void SchematicReceiver::upgradeToVectorPlacement(int start, int stop) {

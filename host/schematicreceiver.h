@@ -69,6 +69,11 @@ private:
 
   SchematicModel &model_;
   Target target_ = Target::None;
+  // Of the current placement: whether "devicename" has come, after how many properties, and whether the label offset
+  // came after it.
+  bool isNamed_ = false;
+  std::size_t namePlace_ = 0;
+  bool isOffsetBehindName_ = false;
   bool hasOpened_ = false;
   StreamProblems problems_;
 };

@@ -46,14 +46,11 @@ QPolygon arcPoints(const QPolygon &arc) {
   return points;
 }
 
-QString at(const QPoint &place) { return QStringLiteral("at (%1, %2)").arg(place.x()).arg(place.y()); }
-
 class ContentsWriter {
 public:
-  ContentsWriter(oaPlugInCore &core, const SchematicModel &model, const QHash<QString, const SymbolModel *> &symbols,
-                 const QString &where, ImportReport &report)
-      : core_(core), model_(model), symbols_(symbols), connectivity_(findConnectivity(model, symbols)), where_(where),
-        report_(report) {}
+  ContentsWriter(oaPlugInCore &core, const SchematicModel &model, const NetPlan &plan, const QString &where,
+                 ImportReport &report)
+      : core_(core), model_(model), plan_(plan), where_(where), report_(report) {}
   void write();
 
 private:
@@ -61,20 +58,21 @@ private:
 
   void tellProblems();
   void writeNets();
-  void writeNet(const QString &name, const QSet<QString> &portNames, const QSet<QString> &globalNames);
+  void writeNet(const NetPlan::Net &net);
   void writeItem(SchematicItemRef item);
-  void writeWire(const SchematicWire &wire, int net);
+  void writeWire(const SchematicWire &wire, const NetPlan::Wire &planned);
   void writePort(const SchematicPort &port);
   void writeShape(const SchematicShape &shape);
   void writeBox(const SchematicShape &shape);
-  void writePlacement(const SchematicPlacement &placement, int firstTerminal, int endTerminal);
-  void writeTerminal(const SchematicPlacement &placement, const PlacedTerminal &terminal, int net);
-  void writeUnplacedConnections(const SchematicPlacement &placement, const QSet<QString> &written);
+  void writePlacement(const SchematicPlacement &placement, const std::vector<NetPlan::Connection> &connections);
+  void writeProperties(const SchematicPlacement &placement);
 
-  // The number that a net of the connectivity was saved under.
-  int numberOfNet(int net) const { return net < 0 ? kNoNet : numbers_.value(nameOfNet(net), kNoNet); }
-  const QString &nameOfNet(int net) const { return connectivity_.nets[static_cast<std::size_t>(net)].name; }
-  int bitsOfNet(int net) const { return connectivity_.nets[static_cast<std::size_t>(net)].bits; }
+  // The number that a net was saved under.
+  int numberOf(const QString &net) const { return numbers_.value(net, kNoNet); }
+  QString at(const QPoint &place) const { return QStringLiteral("at ") + model_.source.placeText(place); }
+  QString at(int sourceLine, const QString &object, const QPoint &place) const {
+    return model_.source.prefix(sourceLine) + object + QLatin1Char(' ') + at(place);
+  }
   void leftOut(const QString &what, const QString &object) {
     report_.problem(what, where_ + QStringLiteral(": ") + object);
   }
@@ -92,8 +90,7 @@ private:
 
   oaPlugInCore &core_;
   const SchematicModel &model_;
-  const QHash<QString, const SymbolModel *> &symbols_;
-  const SchematicConnectivity connectivity_;
+  const NetPlan &plan_;
   const QString where_;
   ImportReport &report_;
   QHash<QString, int> numbers_; // of single-bit nets, by name
@@ -104,16 +101,8 @@ void ContentsWriter::write() {
   writeNets();
   for (const SchematicItemRef &item : drawingOrder(model_))
     writeItem(item);
-  // The terminals are in the order of their placements.
-  int terminal = 0;
-  const auto terminalCount = static_cast<int>(connectivity_.terminals.size());
-  for (std::size_t i = 0; i < model_.placements.size(); ++i) {
-    const int first = terminal;
-    while (terminal < terminalCount &&
-           connectivity_.terminals[static_cast<std::size_t>(terminal)].placement == static_cast<int>(i))
-      ++terminal;
-    writePlacement(model_.placements[i], first, terminal);
-  }
+  for (std::size_t i = 0; i < model_.placements.size(); ++i)
+    writePlacement(model_.placements[i], plan_.connections[i]);
   for (const auto &property : model_.data) {
     attempt([&] { return QStringLiteral("property %1").arg(property.first); },
             [&] { core_.savePropString(property.first, property.second); });
@@ -122,69 +111,59 @@ void ContentsWriter::write() {
 
 void ContentsWriter::tellProblems() {
   constexpr int kShownProblems = 100;
-  const QStringList &problems = connectivity_.problems;
-  for (const QString &problem : problems.mid(0, kShownProblems))
-    report_.problem(problem, where_);
-  if (problems.size() > kShownProblems) {
-    report_.problem(
-        QStringLiteral("%1 more problems of the connectivity are not shown").arg(problems.size() - kShownProblems),
-        where_);
+  const auto count = static_cast<int>(plan_.problems.size());
+  for (int i = 0; i < std::min(count, kShownProblems); ++i) {
+    const NetPlan::Problem &problem = plan_.problems[static_cast<std::size_t>(i)];
+    if (problem.object.isEmpty())
+      report_.problem(problem.what, where_);
+    else
+      leftOut(problem.what, problem.object);
+  }
+  if (count > kShownProblems) {
+    report_.problem(QStringLiteral("%1 more problems of the connectivity are not shown").arg(count - kShownProblems),
+                    where_);
   }
 }
 
 void ContentsWriter::writeNets() {
-  QSet<QString> portNames;
-  QSet<QString> globalNames;
-  for (const SchematicPort &port : model_.ports)
-    (port.isGlobal ? globalNames : portNames).insert(plainNetName(port.name));
-  for (const SchematicNet &net : connectivity_.nets) {
-    if (net.isGlobal)
-      globalNames.insert(net.name);
-  }
-  for (const SchematicNet &net : connectivity_.nets) {
-    if (net.bits == 1)
-      writeNet(net.name, portNames, globalNames);
-  }
-  // A port of another name than its net has (told by the connectivity) keeps its own.
-  for (const SchematicPort &port : model_.ports) {
-    const QString name = plainNetName(port.name);
-    if (!name.isEmpty() && bitsOfName(name) == 1 && !numbers_.contains(name))
-      writeNet(name, portNames, globalNames);
-  }
+  for (const NetPlan::Net &net : plan_.nets)
+    writeNet(net);
 }
 
-void ContentsWriter::writeNet(const QString &name, const QSet<QString> &portNames, const QSet<QString> &globalNames) {
-  enum Kind { Plain = 0, WithTerminal = 1, Global = 2 };
-  const Kind kind = globalNames.contains(name) ? Global : portNames.contains(name) ? WithTerminal : Plain;
+void ContentsWriter::writeNet(const NetPlan::Net &net) {
+  const auto object = [&] { return QStringLiteral("net %1").arg(net.name); };
+  if (net.kind == NetPlan::Kind::GlobalAlone) {
+    attempt(object, [&] { core_.saveGlobalPort(net.name); });
+    return;
+  }
   const int number = nextNetNumber();
-  attempt([&] { return QStringLiteral("net %1").arg(name); },
-          [&] {
-            core_.saveNet(number, name, kind);
-            numbers_.insert(name, number);
-          });
+  attempt(object, [&] {
+    core_.saveNet(number, net.name, static_cast<int>(net.kind));
+    numbers_.insert(net.name, number);
+  });
 }
 
 void ContentsWriter::writeItem(SchematicItemRef item) {
   const std::size_t index = item.index;
   switch (item.kind) {
   case SchematicItem::Wire:
-    writeWire(model_.wires[index], connectivity_.netOfWire[index]);
+    writeWire(model_.wires[index], plan_.wires[index]);
     break;
   case SchematicItem::Dot: {
     const QPoint &dot = model_.wireDots[index];
     attempt([&] { return QString(QStringLiteral("dot ") + at(dot)); },
-            [&] { core_.saveWireDot(dot, numberOfNet(connectivity_.netOfDot[index])); });
+            [&] { core_.saveWireDot(dot, numberOf(plan_.dots[static_cast<int>(index)])); });
     break;
   }
   case SchematicItem::Ground: {
     const QPoint &place = model_.grounds[index].position;
     attempt([&] { return QString(QStringLiteral("ground ") + at(place)); },
-            [&] { core_.saveGround(numberOfNet(connectivity_.netOfGround[index]), place); });
+            [&] { core_.saveGround(numberOf(plan_.grounds[static_cast<int>(index)]), place); });
     break;
   }
   case SchematicItem::Label: {
     const SchematicLabel &label = model_.labels[index];
-    attempt([&] { return QString(QStringLiteral("label %1 ").arg(label.text) + at(label.origin)); },
+    attempt([&] { return at(label.sourceLine, QStringLiteral("label ") + label.text, label.origin); },
             [&] { core_.saveWireLabel(label.text, label.origin, label.offset); });
     break;
   }
@@ -197,35 +176,38 @@ void ContentsWriter::writeItem(SchematicItemRef item) {
   }
 }
 
-void ContentsWriter::writeWire(const SchematicWire &wire, int net) {
+void ContentsWriter::writeWire(const SchematicWire &wire, const NetPlan::Wire &planned) {
   if (wire.points.size() < 2) {
     leftOut(QStringLiteral("a wire with fewer than two points is left out"),
-            wire.points.isEmpty() ? QStringLiteral("wire") : QStringLiteral("wire ") + at(wire.points.first()));
+            wire.points.isEmpty() ? QStringLiteral("wire")
+                                  : at(wire.sourceLine, QStringLiteral("wire"), wire.points.first()));
     return;
   }
-  const auto object = [&] { return QString(QStringLiteral("wire ") + at(wire.points.first())); };
+  const auto object = [&] { return at(wire.sourceLine, QStringLiteral("wire"), wire.points.first()); };
   attempt(object, [&] {
-    if (bitsOfNet(net) == 1) {
-      if (wire.isBus)
-        report_.notice(QStringLiteral("a bus on a net of one bit is written as a wire"),
-                       where_ + QStringLiteral(": %1 of net %2").arg(object(), nameOfNet(net)));
-      core_.saveWire(wire.points, numberOfNet(net));
-    } else {
-      core_.saveBus(wire.points, nameOfNet(net));
+    // Without a name, the line itself is marked as a bus.
+    if (planned.isByName || (planned.net.isEmpty() && wire.isBus)) {
+      core_.saveBus(wire.points, planned.net);
+      return;
     }
+    if (wire.isBus)
+      report_.notice(QStringLiteral("a bus on a net of one bit is written as a wire"),
+                     where_ + QStringLiteral(": %1 of net %2").arg(object(), planned.net));
+    core_.saveWire(wire.points, numberOf(planned.net));
   });
 }
 
 void ContentsWriter::writePort(const SchematicPort &port) {
   const QString name = plainNetName(port.name);
   if (name.isEmpty()) {
-    leftOut(QStringLiteral("a port without a name is left out"), QStringLiteral("port ") + at(port.position));
+    leftOut(QStringLiteral("a port without a name is left out"),
+            at(port.sourceLine, QStringLiteral("port"), port.position));
     return;
   }
-  attempt([&] { return QString(QStringLiteral("port %1 ").arg(port.name) + at(port.position)); },
+  attempt([&] { return at(port.sourceLine, QStringLiteral("port ") + port.name, port.position); },
           [&] {
             if (bitsOfName(name) == 1)
-              core_.savePort(numbers_.value(name, kNoNet), port.position, port.isGlobal, port.type, port.symbol);
+              core_.savePort(numberOf(name), port.position, port.isGlobal, port.type, port.symbol);
             else
               core_.saveBusport(name, port.position, port.isGlobal, port.type, port.symbol);
           });
@@ -283,10 +265,13 @@ void ContentsWriter::writeBox(const SchematicShape &shape) {
     core_.saveCircle(left, bottom, right, top, shape.colour);
 }
 
-void ContentsWriter::writePlacement(const SchematicPlacement &placement, int firstTerminal, int endTerminal) {
+void ContentsWriter::writePlacement(const SchematicPlacement &placement,
+                                    const std::vector<NetPlan::Connection> &connections) {
   const DeviceName master = splitDevice(placement.device);
   const QString trans = placement.orientation.toWriterText();
-  const auto object = [&] { return QStringLiteral("placement %1").arg(placement.name); };
+  const auto object = [&] {
+    return QString(model_.source.prefix(placement.sourceLine) + QStringLiteral("placement ") + placement.name);
+  };
   bool isPlaced = false;
   attempt(object, [&] {
     if (placement.isVector)
@@ -299,70 +284,38 @@ void ContentsWriter::writePlacement(const SchematicPlacement &placement, int fir
   // Properties would go to the placement before this one.
   if (!isPlaced)
     return;
-  attempt(object, [&] {
-    if (placement.labelOffset)
-      core_.savePointProp(QStringLiteral("labelOffset"), *placement.labelOffset);
-  });
-  for (const auto &property : placement.data)
-    attempt(object, [&] { core_.saveStringProp(property.first, property.second); });
-  QSet<QString> written;
-  for (int i = firstTerminal; i < endTerminal; ++i) {
-    const PlacedTerminal &terminal = connectivity_.terminals[static_cast<std::size_t>(i)];
-    // A terminal with several places is connected once.
-    if (written.contains(terminal.terminal))
-      continue;
-    written.insert(terminal.terminal);
-    const int net = connectivity_.netOfTerminal[static_cast<std::size_t>(i)];
-    if (net >= 0)
-      attempt([&] { return QString(object() + QStringLiteral(", terminal ") + terminal.terminal); },
-              [&] { writeTerminal(placement, terminal, net); });
+  writeProperties(placement);
+  for (const NetPlan::Connection &connection : connections) {
+    attempt([&] { return QString(object() + QStringLiteral(", terminal ") + connection.terminal); },
+            [&] {
+              if (connection.isByName)
+                core_.saveVectorPlacementConnection(connection.terminal, connection.net);
+              else
+                core_.savePlacementConnection(numberOf(connection.net), connection.terminal);
+            });
   }
-  writeUnplacedConnections(placement, written);
 }
 
-void ContentsWriter::writeTerminal(const SchematicPlacement &placement, const PlacedTerminal &terminal, int net) {
-  const int terminalBits = bitsOfName(terminal.terminal);
-  const int placementBits = placement.bits();
-  // What does not fit is told by the connectivity.
-  if (!isFittingWidth(bitsOfNet(net), terminalBits, placementBits))
-    return;
-  if (terminalBits == 1 && !placement.isVector) {
-    core_.savePlacementConnection(numberOfNet(net), terminal.terminal);
-    return;
-  }
-  // The database wants a bit of the net for each bit of the terminal in each instance.
-  const bool isShared = bitsOfNet(net) == terminalBits;
-  constexpr int kMostBits = 1 << 20;
-  if (isShared && qint64(terminalBits) * placementBits > kMostBits) {
-    leftOut(QStringLiteral("a connection of more than %1 bits is left out").arg(kMostBits),
-            QStringLiteral("terminal %1 of placement %2").arg(terminal.terminal, placement.name));
-    return;
-  }
-  core_.saveVectorPlacementConnection(terminal.terminal,
-                                      isShared ? repeatedName(nameOfNet(net), placementBits) : nameOfNet(net));
-}
-
-// Connections of terminals that the symbol does not have, or whose symbol is missing, are made by name.
-void ContentsWriter::writeUnplacedConnections(const SchematicPlacement &placement, const QSet<QString> &written) {
-  for (const auto &connection : placement.connections) {
-    const QString &terminal = connection.first;
-    const QString &net = connection.second;
-    if (written.contains(terminal))
-      continue;
-    const auto object = [&] { return QStringLiteral("terminal %1 of placement %2").arg(terminal, placement.name); };
-    if (std::any_of(terminal.begin(), terminal.end(), [](QChar c) { return QStringLiteral(",:*").contains(c); })) {
-      leftOut(QStringLiteral("a connection of several bits is left out, since the symbol lacks the terminal"),
-              object());
-      continue;
-    }
-    attempt(object, [&] { core_.saveVectorPlacementConnection(terminal, net); });
+void ContentsWriter::writeProperties(const SchematicPlacement &placement) {
+  const auto describe = [&](const QString &property) {
+    return model_.source.prefix(placement.sourceLine) +
+           QStringLiteral("property %1 of placement %2").arg(property, placement.name);
+  };
+  const QString offsetName = QStringLiteral("labelOffset");
+  for (std::size_t i = 0; i <= placement.data.size(); ++i) {
+    if (placement.labelOffset && i == placement.labelOffsetPlace)
+      attempt([&] { return describe(offsetName); }, [&] { core_.savePointProp(offsetName, *placement.labelOffset); });
+    if (i == placement.data.size())
+      return;
+    const QPair<QString, QString> &property = placement.data[i];
+    attempt([&] { return describe(property.first); }, [&] { core_.saveStringProp(property.first, property.second); });
   }
 }
 
 // Begins, writes and closes one design. False when it cannot be begun.
 template <typename Begin>
-bool writeDesign(PluginSession &session, const QString &where, const SchematicModel &model,
-                 const QHash<QString, const SymbolModel *> &symbols, ImportReport &report, Begin begin) {
+bool writeDesign(PluginSession &session, const QString &where, const SchematicModel &model, const NetPlan &plan,
+                 ImportReport &report, Begin begin) {
   session.synchronise();
   const int errorsBefore = session.errorCount();
   bool isBegun = true;
@@ -380,7 +333,7 @@ bool writeDesign(PluginSession &session, const QString &where, const SchematicMo
     report.problem(QStringLiteral("a design could not be opened for writing and is left out%1").arg(reason), where);
     return false;
   }
-  writeSchematicContents(session.core(), model, symbols, where, report);
+  ContentsWriter(session.core(), model, plan, where, report).write();
   session.core().saveClose();
   session.synchronise();
   const int errors = session.errorCount() - errorsBefore;
@@ -396,22 +349,31 @@ bool writeDesign(PluginSession &session, const QString &where, const SchematicMo
 void writeSchematicContents(oaPlugInCore &core, const SchematicModel &model,
                             const QHash<QString, const SymbolModel *> &symbols, const QString &where,
                             ImportReport &report) {
-  ContentsWriter(core, model, symbols, where, report).write();
+  ContentsWriter(core, model, planDrawnNets(model, symbols), where, report).write();
 }
 
 bool writeSchematic(PluginSession &session, const QString &lib, const QString &cell, const QString &view,
                     const SchematicModel &model, const QHash<QString, const SymbolModel *> &symbols,
                     ImportReport &report) {
-  return writeDesign(session, cellViewName(lib, cell, view), model, symbols, report,
+  return writeSchematic(session, lib, cell, view, model, planDrawnNets(model, symbols), report);
+}
+
+bool writeSchematic(PluginSession &session, const QString &lib, const QString &cell, const QString &view,
+                    const SchematicModel &model, const NetPlan &plan, ImportReport &report) {
+  return writeDesign(session, cellViewName(lib, cell, view), model, plan, report,
                      [&] { session.core().saveSchematic(lib, cell, view); });
 }
 
 bool writeSymbol(PluginSession &session, const QString &lib, const QString &cell, const QString &view,
                  const SymbolModel &symbol, ImportReport &report) {
-  const QHash<QString, const SymbolModel *> none;
-  const bool isWritten = writeDesign(session, cellViewName(lib, cell, view), symbol, none, report,
-                                     [&] { session.core().saveSymbol(lib, cell, view); });
+  const bool isWritten = writeSymbol(session, lib, cell, view, symbol, planDrawnNets(symbol, {}), report);
   if (isWritten && !symbol.description.isEmpty())
     session.core().writeCdfData(lib, cell, symbol.description);
   return isWritten;
+}
+
+bool writeSymbol(PluginSession &session, const QString &lib, const QString &cell, const QString &view,
+                 const SymbolModel &symbol, const NetPlan &plan, ImportReport &report) {
+  return writeDesign(session, cellViewName(lib, cell, view), symbol, plan, report,
+                     [&] { session.core().saveSymbol(lib, cell, view); });
 }

@@ -2,7 +2,7 @@
 #define SCHEMATICWRITER_H
 
 #include "importreport.h"
-#include "schematicconnectivity.h"
+#include "schematicnetplan.h"
 
 class PluginSession;
 class oaPlugInCore;
@@ -17,8 +17,16 @@ bool writeSchematic(PluginSession &session, const QString &lib, const QString &c
                     const SchematicModel &model, const QHash<QString, const SymbolModel *> &symbols,
                     ImportReport &report);
 
+// With the component description where the symbol has one.
 bool writeSymbol(PluginSession &session, const QString &lib, const QString &cell, const QString &view,
                  const SymbolModel &symbol, ImportReport &report);
+
+// The same with nets that are known. `plan` has an entry for each wire, dot, ground and placement of the model; the
+// component description is not written.
+bool writeSchematic(PluginSession &session, const QString &lib, const QString &cell, const QString &view,
+                    const SchematicModel &model, const NetPlan &plan, ImportReport &report);
+bool writeSymbol(PluginSession &session, const QString &lib, const QString &cell, const QString &view,
+                 const SymbolModel &symbol, const NetPlan &plan, ImportReport &report);
 
 // The calls between the begin operation and saveClose(): nets, everything that is drawn, placements with their
 // properties and connections, properties of the design. `where` is the cell view's name in reports.

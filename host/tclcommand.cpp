@@ -130,6 +130,7 @@ private:
         std::fprintf(stderr, "%s\n", result.constData());
       else if (!result.isEmpty())
         interpreter_.writeOutput(result + '\n');
+      interpreter_.flushOutput(); // a line that has not ended yet stands before the next prompt
       session_.synchronise();
     }
     interpreter_.writeOutput("\n");

@@ -12,21 +12,21 @@ namespace {
 class UnitsListener : public SignalTap {
 public:
   UnitsListener(QObject &plugin, oaPlugInCore &core) : SignalTap(plugin, core, CellAnswer::AlwaysKnown) {}
-  double metresPerDbu() const { return metresPerDbu_; }
+  const LayoutUnits &units() const { return units_; }
 
 protected:
   void record(int signal, void **arguments) override {
     if (shapes().at(signal).signature == "setUnits(double,double)")
-      metresPerDbu_ = *static_cast<const double *>(arguments[2]);
+      units_ = {*static_cast<const double *>(arguments[1]), *static_cast<const double *>(arguments[2])};
   }
 
 private:
-  double metresPerDbu_ = 0;
+  LayoutUnits units_;
 };
 
 } // namespace
 
-double probeMetresPerDbu(PluginSession &session, const QString &lib, const QString &view) {
+LayoutUnits probeUnits(PluginSession &session, const QString &lib, const QString &view) {
   UnitsListener listener(session.object(), session.core());
   // Faults of that cell, such as a missing master, are none of the caller's.
   session.setReportsIgnored(true);
@@ -34,10 +34,14 @@ double probeMetresPerDbu(PluginSession &session, const QString &lib, const QStri
     if (session.core().getViewType(lib, cell, view).isEmpty())
       continue;
     session.core().openLayout(lib, cell, view, QString());
-    if (listener.metresPerDbu() > 0)
+    if (listener.units().metresPerDbu > 0)
       break;
   }
   session.setReportsIgnored(false);
   session.synchronise();
-  return listener.metresPerDbu();
+  return listener.units();
+}
+
+double probeMetresPerDbu(PluginSession &session, const QString &lib, const QString &view) {
+  return probeUnits(session, lib, view).metresPerDbu;
 }

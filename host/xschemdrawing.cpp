@@ -2,6 +2,7 @@
 
 #include "evaluatedtext.h"
 #include "xschemproperties.h"
+#include "xschemreport.h"
 
 #include <QStringList>
 
@@ -80,10 +81,17 @@ void XschemDrawing::addShape(const XschemObject &object, SchematicModel &model) 
       report_.notice(QStringLiteral("dashes and widths of lines are left out"), file_.place(object.line));
   }
   const bool isFilled = properties.isTrue(QStringLiteral("fill"));
+  // A graph keeps all that it shows in attributes.
+  const bool isGraph = object.tag == 'B' && properties.contains(QStringLiteral("flags"));
+  if (isGraph) {
+    report_.notice(QStringLiteral("a graph or picture is drawn as its frame"), file_.place(object.line));
+  } else {
+    static const QStringList meant = {QStringLiteral("dash"), QStringLiteral("bus"), QStringLiteral("width"),
+                                      QStringLiteral("fill"), QStringLiteral("bezier")};
+    tellLeftOutAttributes(properties, meant, QStringLiteral("a shape"), file_.place(object.line), report_);
+  }
   if (object.tag == 'B') {
-    if (properties.contains(QStringLiteral("flags")))
-      report_.notice(QStringLiteral("a graph or picture is drawn as its frame"), file_.place(object.line));
-    addBox(object, model);
+    addBox(object, isFilled && !isGraph, model);
   } else if (object.tag == 'L') {
     addLines(object, 1, false, model);
   } else if (object.tag == 'P') {
@@ -95,7 +103,13 @@ void XschemDrawing::addShape(const XschemObject &object, SchematicModel &model) 
   }
 }
 
-void XschemDrawing::addBox(const XschemObject &object, SchematicModel &model) const {
+void XschemDrawing::tellFilling(bool isFilled, const XschemObject &object) const {
+  if (isFilled)
+    report_.notice(QStringLiteral("a filled box or circle is drawn as its outline"), file_.place(object.line));
+}
+
+void XschemDrawing::addBox(const XschemObject &object, bool isFilled, SchematicModel &model) const {
+  tellFilling(isFilled, object);
   const auto one = point(object.numbers[1], object.numbers[2], object.line);
   const auto other = one ? point(object.numbers[3], object.numbers[4], object.line) : std::nullopt;
   if (other)
@@ -135,6 +149,7 @@ void XschemDrawing::addArc(const XschemObject &object, bool isFilled, SchematicM
     return;
   }
   if (std::abs(sweep) == 360) {
+    tellFilling(isFilled, object);
     const auto lowerLeft = point(x - radius, y + radius, object.line);
     const auto upperRight = point(x + radius, y - radius, object.line);
     if (lowerLeft && upperRight)
@@ -165,6 +180,10 @@ void XschemDrawing::addText(const XschemObject &object, SchematicModel &model) c
     report_.notice(QStringLiteral("a hidden text is left out"), file_.place(object.line));
     return;
   }
+  static const QStringList meant = {QStringLiteral("layer"), QStringLiteral("hcenter"), QStringLiteral("vcenter"),
+                                    QStringLiteral("font"),  QStringLiteral("slant"),   QStringLiteral("weight")};
+  tellLeftOutAttributes(properties, meant, QStringLiteral("a text"), file_.place(object.line), report_);
+  tellLostCharacters(text, file_.place(object.line), report_);
   const double size = std::abs(object.numbers[5]);
   if (!isInside({object.numbers[0], object.numbers[1], size * text.size() * kLineHeight}, object.line))
     return;

@@ -32,7 +32,8 @@ private:
   bool isInside(std::initializer_list<double> values, int line) const;
   // Of an arc's points, which lie between database units in the nature of things.
   QPoint rounded(double x, double y) const;
-  void addBox(const XschemObject &object, SchematicModel &model) const;
+  void tellFilling(bool isFilled, const XschemObject &object) const;
+  void addBox(const XschemObject &object, bool isFilled, SchematicModel &model) const;
   void addLines(const XschemObject &object, size_t first, bool isFilled, SchematicModel &model) const;
   void addArc(const XschemObject &object, bool isFilled, SchematicModel &model) const;
   void addText(const XschemObject &object, SchematicModel &model) const;

@@ -1,5 +1,7 @@
 #include "xschemnames.h"
 
+#include "xschemreport.h"
+
 #include <QRegularExpression>
 #include <QStringList>
 
@@ -271,7 +273,8 @@ bool XschemNames::claim(const SchematicPlacement &placement) {
 }
 
 QString XschemNames::databaseName(QHash<QString, QString> &originals, const QString &name, const QString &place) {
-  QString result = name;
+  const QString latin1 = latin1Name(name, place, report_);
+  QString result = latin1;
   for (int i = 0; i < result.size(); ++i) {
     if (QStringLiteral("/<>:*").contains(result[i]) || (i == 0 && result[i] == QLatin1Char('#')))
       result[i] = QLatin1Char('_');
@@ -279,7 +282,7 @@ QString XschemNames::databaseName(QHash<QString, QString> &originals, const QStr
   while (originals.contains(result) && originals.value(result) != name)
     result += QLatin1Char('_');
   originals.insert(result, name);
-  if (result != name)
+  if (result != latin1)
     report_.notice(QStringLiteral("/ < > : * in a name and # before it become _"), placeOfName(place, name));
   return result;
 }

@@ -13,7 +13,8 @@
 
 // Turns the names of one file into the host's syntax. xschem writes A[3:0], A[6:0:2], A[3,1], A[3..0] (the scalars A3
 // to A0), A,B, 2*A and 2*(A,B); the host A<3:0>, A<6:0:2>, A<3>,A<1>, ... What the host or the database takes for
-// something else (/ < > : * within a name, # before it) becomes "_", and two names never become one by that.
+// something else (/ < > : * within a name, # before it) becomes "_", characters beyond Latin-1 see latin1Name(), and
+// two names never become one by that.
 class XschemNames {
 public:
   // `report` is borrowed.

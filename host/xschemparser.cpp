@@ -111,8 +111,11 @@ private:
     } else if (std::strchr(kBlockTags, tag) != nullptr) {
       const QByteArray text = readText();
       // Blocks are written once; of a second one nothing may get lost.
-      if (!text.trimmed().isEmpty())
+      if (!text.trimmed().isEmpty()) {
+        if (!file.blocks.contains(tag))
+          file.blockLines.insert(tag, line);
         file.blocks[tag] += (file.blocks.contains(tag) ? "\n" : "") + text;
+      }
     } else if (const ObjectForm *form = formOf(tag)) {
       XschemObject object;
       object.tag = tag;

@@ -35,6 +35,7 @@ struct XschemFile {
   // The texts of the lines v (versions and remarks), G, K (attributes of the symbol), V, S, E and F (code), without
   // empty ones.
   QMap<char, QByteArray> blocks;
+  QMap<char, int> blockLines; // where each of them begins
   std::vector<XschemObject> objects;
 
   // "name:line", for messages.

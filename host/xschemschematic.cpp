@@ -1,15 +1,18 @@
 #include "xschemschematic.h"
 
 #include "junctiondots.h"
+#include "xschemreport.h"
 
 XschemSchematic::XschemSchematic(const XschemFile &file, const QString &library, double scale, XschemSymbols &symbols,
                                  ImportReport &report)
     : file_(file), library_(library), drawing_(file, scale, report), symbols_(symbols), report_(report),
-      names_(report) {}
+      names_(report) {
+  model_.source = {file.name, scale};
+}
 
 SchematicModel XschemSchematic::build() {
   addEmbeddedSymbols();
-  model_.data = xschemDesignProperties(file_, nullptr);
+  model_.data = xschemDesignProperties(file_, nullptr, report_);
   for (const XschemObject &object : file_.objects) {
     if (object.tag == 'N')
       addWire(object);
@@ -41,9 +44,11 @@ void XschemSchematic::addWire(const XschemObject &object) {
   }
   // The net's name on a wire is what xschem found last, and may be out of date: it tells a bus from a wire, no more.
   const XschemProperties properties(xschemText(object.attributes));
+  static const QStringList meant = {QStringLiteral("lab"), QStringLiteral("bus")};
+  tellLeftOutAttributes(properties, meant, QStringLiteral("a wire"), file_.place(object.line), report_);
   const bool isBus =
       properties.isTrue(QStringLiteral("bus")) || isXschemBusName(properties.value(QStringLiteral("lab")));
-  model_.wires.push_back({QPolygon(QVector<QPoint>{*from, *to}), isBus});
+  model_.wires.push_back({QPolygon(QVector<QPoint>{*from, *to}), isBus, object.line});
 }
 
 void XschemSchematic::addPlacement(const XschemObject &object) {
@@ -63,7 +68,7 @@ void XschemSchematic::addPlacement(const XschemObject &object) {
   switch (symbol.role) {
   case XschemRole::Device:
   case XschemRole::Unknown:
-    addDevice(symbol, properties, *origin, orientation, place);
+    addDevice(symbol, properties, *origin, orientation, object.line);
     break;
   case XschemRole::OpenEnd:
     report_.notice(QStringLiteral("the mark of an open end is left out"), place);
@@ -75,15 +80,18 @@ void XschemSchematic::addPlacement(const XschemObject &object) {
     keepRemark(object, symbol, properties);
     break;
   default:
-    addLabelOrPort(symbol, properties, *origin + orientation.map(pin), place);
+    addLabelOrPort(symbol, properties, *origin + orientation.map(pin), object.line);
   }
 }
 
 void XschemSchematic::addDevice(const XschemSymbol &symbol, const XschemProperties &properties, const QPoint &origin,
-                                Orientation orientation, const QString &place) {
+                                Orientation orientation, int line) {
+  const QString place = file_.place(line);
   SchematicPlacement placement;
+  placement.sourceLine = line;
   placement.library = library_;
   placement.device = xschemDeviceName(symbol.cell);
+  latin1Name(symbol.cell, place, report_); // tells what the device's name lacks
   placement.origin = origin;
   placement.orientation = orientation;
   const QString nameKey = QStringLiteral("name");
@@ -94,14 +102,17 @@ void XschemSchematic::addDevice(const XschemSymbol &symbol, const XschemProperti
   }
   names_.nameInstance(placement, name, place);
   for (const auto &property : properties.all()) {
-    if (property.first != nameKey)
-      placement.data.push_back(property);
+    if (property.first == nameKey)
+      continue;
+    tellLostCharacters(property.second, place, report_);
+    placement.data.push_back({latin1Name(property.first, place, report_), property.second});
   }
   model_.placements.push_back(std::move(placement));
 }
 
 void XschemSchematic::addLabelOrPort(const XschemSymbol &symbol, const XschemProperties &properties,
-                                     const QPoint &position, const QString &place) {
+                                     const QPoint &position, int line) {
+  const QString place = file_.place(line);
   const QString labelKey = QStringLiteral("lab");
   const QString text = properties.contains(labelKey) ? properties.value(labelKey) : symbol.defaults.value(labelKey);
   if (text.trimmed().isEmpty() || isTclExpression(text)) {
@@ -113,27 +124,23 @@ void XschemSchematic::addLabelOrPort(const XschemSymbol &symbol, const XschemPro
   const auto name = names_.netName(text, place);
   if (!name)
     return;
-  for (const auto &property : properties.all()) {
-    static const QStringList meant = {QStringLiteral("name"), labelKey, QStringLiteral("global"),
-                                      QStringLiteral("sig_type")};
-    if (!meant.contains(property.first))
-      report_.notice(QStringLiteral("further attributes of ports and labels are left out"),
-                     QStringLiteral("%1, %2").arg(place, property.first));
-  }
+  static const QStringList meant = {QStringLiteral("name"), labelKey, QStringLiteral("global"),
+                                    QStringLiteral("sig_type")};
+  tellLeftOutAttributes(properties, meant, QStringLiteral("a port or label"), place, report_);
   const bool isGlobal = symbol.isGlobal || properties.isTrue(QStringLiteral("global"));
   if (symbol.role == XschemRole::InputPort) {
-    model_.ports.push_back({*name, position, QStringLiteral("input"), QString(), false});
+    model_.ports.push_back({*name, position, QStringLiteral("input"), QString(), false, line});
   } else if (symbol.role == XschemRole::OutputPort) {
-    model_.ports.push_back({*name, position, QStringLiteral("output"), QString(), false});
+    model_.ports.push_back({*name, position, QStringLiteral("output"), QString(), false, line});
   } else if (symbol.role == XschemRole::BidirectionalPort) {
-    model_.ports.push_back({*name, position, QStringLiteral("input output"), QString(), false});
+    model_.ports.push_back({*name, position, QStringLiteral("input output"), QString(), false, line});
   } else if (symbol.role == XschemRole::Ground) {
     model_.grounds.push_back({position});
-    model_.labels.push_back({*name, position, QPoint()});
+    model_.labels.push_back({*name, position, QPoint(), line});
   } else if (isGlobal) {
-    model_.ports.push_back({*name, position, QString(), QString(), true});
+    model_.ports.push_back({*name, position, QString(), QString(), true, line});
   } else {
-    model_.labels.push_back({*name, position, QPoint()});
+    model_.labels.push_back({*name, position, QPoint(), line});
   }
 }
 
@@ -145,10 +152,12 @@ void XschemSchematic::keepRemark(const XschemObject &object, const XschemSymbol 
   const QString text = xschemText(object.attributes).trimmed();
   if (text.isEmpty())
     return;
+  tellLostCharacters(text, file_.place(object.line), report_);
   QString key = QStringLiteral("xschem.") + symbol.cell;
   const QString name = properties.value(QStringLiteral("name"));
   if (!name.isEmpty())
     key += QLatin1Char('.') + name;
+  key = latin1Name(key, file_.place(object.line), report_);
   const int number = ++remarks_[key];
   model_.data.push_back({number == 1 ? key : QStringLiteral("%1.%2").arg(key).arg(number), text});
 }

@@ -19,9 +19,8 @@ private:
   void addWire(const XschemObject &object);
   void addPlacement(const XschemObject &object);
   void addDevice(const XschemSymbol &symbol, const XschemProperties &properties, const QPoint &origin,
-                 Orientation orientation, const QString &place);
-  void addLabelOrPort(const XschemSymbol &symbol, const XschemProperties &properties, const QPoint &position,
-                      const QString &place);
+                 Orientation orientation, int line);
+  void addLabelOrPort(const XschemSymbol &symbol, const XschemProperties &properties, const QPoint &position, int line);
   void keepRemark(const XschemObject &object, const XschemSymbol &symbol, const XschemProperties &properties);
 
   const XschemFile &file_;

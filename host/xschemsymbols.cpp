@@ -3,9 +3,12 @@
 #include "xschembuiltins.h"
 #include "xschemdrawing.h"
 #include "xschemnames.h"
+#include "xschemreport.h"
 
 #include <QDir>
 #include <QFileInfo>
+
+#include <algorithm>
 
 namespace {
 
@@ -26,6 +29,8 @@ bool isPin(const XschemObject &object, const XschemProperties &properties) {
   return object.tag == 'B' && object.numbers[0] == kPinLayer && properties.contains(QStringLiteral("name"));
 }
 
+const QString kPinNumber = QStringLiteral("sim_pinnumber");
+
 void addPin(const XschemObject &object, const XschemProperties &properties, const XschemFile &file,
             const XschemDrawing &drawing, XschemNames &names, ImportReport &report, SymbolModel &model) {
   const QString place = file.place(object.line);
@@ -35,8 +40,34 @@ void addPin(const XschemObject &object, const XschemProperties &properties, cons
   const auto centre = drawing.point((object.numbers[1] + object.numbers[3]) / 2,
                                     (object.numbers[2] + object.numbers[4]) / 2, object.line);
   const auto name = names.netName(properties.value(QStringLiteral("name")), place);
+  static const QStringList meant = {QStringLiteral("name"), QStringLiteral("dir"), kPinNumber};
+  tellLeftOutAttributes(properties, meant, QStringLiteral("a pin"), place, report);
   if (centre && name)
-    model.ports.push_back({*name, *centre, portType(direction), QString(), false});
+    model.ports.push_back({*name, *centre, portType(direction), QString(), false, object.line});
+}
+
+// Where every pin has a number for simulation, netlists have the pins in the order of those; else in that of the file.
+void sortPins(const XschemFile &file, SymbolModel &model, ImportReport &report) {
+  QHash<int, int> numbers; // by line
+  QString firstNumbered;
+  bool isComplete = true;
+  for (const XschemObject &object : file.objects) {
+    const XschemProperties properties(xschemText(object.attributes));
+    if (!isPin(object, properties))
+      continue;
+    bool isNumber = false;
+    numbers.insert(object.line, properties.value(kPinNumber).toInt(&isNumber));
+    isComplete = isComplete && isNumber;
+    if (firstNumbered.isEmpty() && properties.contains(kPinNumber))
+      firstNumbered = file.place(object.line);
+  }
+  if (isComplete)
+    std::stable_sort(model.ports.begin(), model.ports.end(), [&](const SchematicPort &one, const SchematicPort &other) {
+      return numbers.value(one.sourceLine) < numbers.value(other.sourceLine);
+    });
+  else if (!firstNumbered.isEmpty())
+    report.notice(QStringLiteral("not every pin of a symbol has a number in sim_pinnumber, the pins keep their order"),
+                  firstNumbered);
 }
 
 bool isSamePort(const SchematicPort &one, const SchematicPort &other) {
@@ -70,35 +101,43 @@ QString xschemCellName(const QString &fileName) {
 }
 
 QString xschemDeviceName(const QString &cell) {
-  return cell.contains(QLatin1Char('@')) ? QStringLiteral("symbol@") + cell : cell;
+  const QString name = latin1Name(cell);
+  return name.contains(QLatin1Char('@')) ? QStringLiteral("symbol@") + name : name;
 }
 
-std::vector<QPair<QString, QString>> xschemDesignProperties(const XschemFile &file, XschemProperties *defaults) {
+std::vector<QPair<QString, QString>> xschemDesignProperties(const XschemFile &file, XschemProperties *defaults,
+                                                            ImportReport &report) {
   std::vector<QPair<QString, QString>> data;
-  const auto add = [&data](const char *name, const QByteArray &block) {
-    if (!block.isEmpty())
-      data.push_back({QLatin1String("xschem.") + QLatin1String(name), xschemText(block).trimmed()});
+  const auto add = [&](const char *name, char tag) {
+    const QString text = xschemText(file.blocks.value(tag)).trimmed();
+    if (text.isEmpty())
+      return;
+    tellLostCharacters(text, file.place(file.blockLines.value(tag)), report);
+    data.push_back({QLatin1String("xschem.") + QLatin1String(name), text});
   };
-  add("header", file.blocks.value('v'));
+  add("header", 'v');
   // Files without K are older and hold a symbol's attributes in G, which became the place of VHDL code later.
   const bool isOld = !file.blocks.contains('K');
-  const XschemProperties attributes(xschemText(file.blocks.value(isOld ? 'G' : 'K')));
+  const char attributesTag = isOld ? 'G' : 'K';
+  const XschemProperties attributes(xschemText(file.blocks.value(attributesTag)));
+  const QString place = file.place(file.blockLines.value(attributesTag));
   const QString templateKey = QStringLiteral("template");
   for (const auto &[key, value] : attributes.all()) {
+    tellLostCharacters(value, place, report);
     if (key != templateKey)
-      data.push_back({QStringLiteral("xschem.") + key, value});
+      data.push_back({QStringLiteral("xschem.") + latin1Name(key, place, report), value});
   }
   const XschemProperties split(attributes.value(templateKey));
   for (const auto &property : split.all()) {
     if (property.first != QLatin1String("name"))
-      data.push_back(property);
+      data.push_back({latin1Name(property.first, place, report), property.second});
   }
   if (!isOld || attributes.all().empty())
-    add("vhdl", file.blocks.value('G'));
-  add("verilog", file.blocks.value('V'));
-  add("spice", file.blocks.value('S'));
-  add("tedax", file.blocks.value('E'));
-  add("spectre", file.blocks.value('F'));
+    add("vhdl", 'G');
+  add("verilog", 'V');
+  add("spice", 'S');
+  add("tedax", 'E');
+  add("spectre", 'F');
   if (defaults != nullptr)
     *defaults = split;
   return data;
@@ -112,7 +151,8 @@ std::unique_ptr<XschemSymbol> XschemSymbols::makeSymbol(const XschemFile &file, 
   auto symbol = std::make_unique<XschemSymbol>();
   symbol->cell = cell;
   symbol->source = source;
-  symbol->model.data = xschemDesignProperties(file, &symbol->defaults);
+  symbol->model.data = xschemDesignProperties(file, &symbol->defaults, report_);
+  symbol->model.source = {file.name, scale_};
   const XschemProperties attributes(xschemText(file.blocks.value(file.blocks.contains('K') ? 'K' : 'G')));
   symbol->role = xschemRoleOfType(attributes.value(QStringLiteral("type")));
   symbol->isGlobal = attributes.isTrue(QStringLiteral("global"));
@@ -136,6 +176,7 @@ std::unique_ptr<XschemSymbol> XschemSymbols::makeSymbol(const XschemFile &file, 
       drawing.addShape(object, symbol->model);
     }
   }
+  sortPins(file, symbol->model, report_);
   return symbol;
 }
 
@@ -277,7 +318,7 @@ QString XschemSymbols::search(const QString &reference, const QString &fromDirec
   for (int i = first; i < (lastParts ? parts : 1); ++i) {
     const QString part = name.section(QLatin1Char('/'), i);
     for (const QString &directory : directories) {
-      const QString fileName = QDir(directory).filePath(part);
+      QString fileName = QDir(directory).filePath(part);
       if (!part.isEmpty() && QFileInfo(fileName).isFile())
         return fileName;
     }

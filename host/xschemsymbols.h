@@ -34,7 +34,7 @@ struct XschemSymbol {
   XschemRole role = XschemRole::Device;
   bool isGlobal = false;     // of a label: it names a net of the whole design
   XschemProperties defaults; // the template of its attributes
-  SymbolModel model;
+  SymbolModel model;         // its ports are the pins in the order in which a netlist has them
   // Belongs into the library: its file was named, or it is placed as a device.
   bool isNamed = false;
   bool isPlaced = false;
@@ -42,7 +42,8 @@ struct XschemSymbol {
 
 // The properties that a file's attributes and code give its design: administrative ones as "xschem.type",
 // "xschem.format", ..., those of the template, which are the defaults of a placement's, under their own names.
-std::vector<QPair<QString, QString>> xschemDesignProperties(const XschemFile &file, XschemProperties *defaults);
+std::vector<QPair<QString, QString>> xschemDesignProperties(const XschemFile &file, XschemProperties *defaults,
+                                                            ImportReport &report);
 
 // Finds, reads and keeps the symbols of an import; each cell has one.
 class XschemSymbols {

@@ -174,6 +174,7 @@ TEST_F(DumpCommands, CopiesAreEqualAndCellsDiffer) {
   EXPECT_EQ(dump.exitCode, 0) << dump.errors;
   EXPECT_THAT(dump.output.toStdString(),
               testing::StartsWith("oaDump 2\nlibrary \"one\"\ncell \"" + cells[0].toStdString()));
+  EXPECT_EQ(host.run(QStringList{"dump", "one", first}).output, dump.output) << "the view's default";
   for (const QByteArray &cell : cells) {
     const HostResult equal = host.run(QStringList{"diff", "one", cell, "layout", "two", cell, "layout"});
     EXPECT_EQ(equal.exitCode, 0) << cell.constData() << equal.output.constData() << equal.errors;

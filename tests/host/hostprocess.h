@@ -23,6 +23,7 @@ public:
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("HOME", folder_.path());
+    environment.remove("QT_QPA_PLATFORM"); // a desktop's, or that of a test program that draws itself
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(folder_.path());
     process.start(OAHOST_FILE, arguments);

@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 namespace {
 
 using namespace oa;
@@ -33,16 +35,20 @@ protected:
     makeLeaf("source", "leaf", "abstract");
     makeLeaf("source", "drawn", "layout");
     makeLeaf("other", "pad", "layout");
-    makeParametric();
+    makeParametric("pc", 2);
+    makeParametric("broken", -1);
     makeTop();
+    placeAlone("chip", "top");
   }
 
   static void makeTechnology() {
     oaTech *tech = oaTech::create(scalar("source"));
     tech->setDBUPerUU(oaViewType::get(oacMaskLayout), 2000);
+    tech->setDefaultManufacturingGrid(7);
     oaPhysicalLayer *m1 = oaPhysicalLayer::create(tech, "metal1", 31, oacMetalMaterial);
     oaPhysicalLayer *m2 = oaPhysicalLayer::create(tech, "metal2", 32, oacMetalMaterial);
     oaPhysicalLayer *implant = oaPhysicalLayer::create(tech, "nplus", 5, oacNImplantMaterial);
+    oaPhysicalLayer::create(tech, "via", 33, oacCutMaterial)->setManufacturingGrid(5);
     oaPurpose::create(tech, "pin", 16);
     oaViaParam params;
     params.setCutLayer(30);
@@ -64,15 +70,22 @@ protected:
     design->close();
   }
   // m boxes; the evaluator is loaded by the programs.
-  static void makeParametric() {
-    oaDesign *design = open("source", "pc", "layout", 'w');
+  static void makeParametric(const char *cell, int m) {
+    oaDesign *design = open("source", cell, "layout", 'w');
     oaBlock::create(design);
     oaParamArray defaults;
     for (const oaParam &param :
-         {oaParam("m", oaInt4(2)), oaParam("width", oaDouble(1.5e-6)), booleanParam("on", false),
+         {oaParam("m", oaInt4(m)), oaParam("width", oaDouble(1.5e-6)), booleanParam("on", false),
           oaParam("model", oaString("nch lvt\nx")), oaParam("f", oaFloat(0.1F)), oaParam("layer1", oaInt4(8))})
       defaults.append(param);
     design->defineSuperMaster(oaPcellLink::getPcellDef("boxes"), defaults);
+    design->save();
+    design->close();
+  }
+  static void placeAlone(const char *cell, const char *master) {
+    oaDesign *design = open("source", cell, "layout", 'w');
+    oaScalarInst::create(oaBlock::create(design), scalar("source"), scalar(master), scalar("layout"), scalar("I1"),
+                         oaTransform(0, 0, oacR0));
     design->save();
     design->close();
   }
@@ -121,6 +134,9 @@ protected:
     every.setImplant1Enc(oaVector(25, 26));
     every.setImplant2Enc(oaVector(27, 28));
     oaStdVia::create(block, standard, oaTransform(300, 0, oacR270), &every);
+    oaViaParam pair;
+    pair.setCutColumns(2); // of a layer that the technology does not know
+    oaStdVia::create(block, standard, oaTransform(350, 0, oacR0), &pair);
     for (const oaParamArray *given :
          {static_cast<const oaParamArray *>(nullptr), static_cast<const oaParamArray *>(&params)})
       oaCustomVia::create(block, static_cast<oaCustomViaDef *>(oaViaDef::find(tech, given ? "P" : "C")),
@@ -188,6 +204,114 @@ TEST_F(LayoutCopyCommand, FormsOfTheCommandLine) {
   }
   EXPECT_EQ(run("views target two").output, "abstract\n");
   EXPECT_EQ(run("views target leaf").output, "abstract\nlayout\n");
+}
+
+// A library with a technology that reads the source's layouts in the same size.
+oaTech *makeLibrary(const QString &lib, const QString &path) {
+  oaPlugInMain plugIn;
+  plugIn.init(false);
+  EXPECT_TRUE(plugIn.checkLib(lib, path, true));
+  oaTech *tech = oaTech::create(scalar(lib.toLatin1()));
+  tech->setDBUPerUU(oaViewType::get(oacMaskLayout), 2000);
+  tech->setDefaultManufacturingGrid(7);
+  return tech;
+}
+void saveAndClose(oaTech *tech) {
+  tech->save();
+  tech->close();
+}
+
+TEST_F(LayoutCopyCommand, DefinitionsGetTheLayersTheyNeed) {
+  oaTech *tech = makeLibrary("ready", host().path("ready"));
+  oaPhysicalLayer::create(tech, "metal1", 99);
+  oaPhysicalLayer::create(tech, "31", 98);
+  saveAndClose(tech);
+  HostResult copied = run("copy source top ready");
+  EXPECT_EQ(copied.exitCode, 0) << copied.errors;
+  EXPECT_THAT(copied.errors, HasSubstr("library ready: layer 31 is called metal1_31, since metal1 is taken"));
+  EXPECT_EQ(stream("ready"), stream("source"));
+  QList<QByteArray> layers = run("layers ready").output.trimmed().split('\n');
+  std::sort(layers.begin(), layers.end());
+  EXPECT_EQ(layers, (QList<QByteArray>{"31 metal1_31", "32 metal2", "33 via", "5 nplus", "98 31", "99 metal1"}));
+  tech = oaTech::open(scalar("ready"), 'r');
+  tech->revert();
+  EXPECT_EQ(oaPhysicalLayer::find(tech, 33)->getMaterial(), oacCutMaterial);
+  tech->close();
+  copied = run("copy source top ready --replace");
+  EXPECT_EQ(copied.exitCode, 0) << copied.errors;
+  EXPECT_EQ(stream("ready"), stream("source"));
+}
+
+TEST_F(LayoutCopyCommand, WhatTechnologiesKeepFromBeingTheSameIsTold) {
+  oaTech *tech = makeLibrary("otherwise", host().path("otherwise"));
+  tech->setDefaultManufacturingGrid(2);
+  oaPhysicalLayer *m1 = oaPhysicalLayer::create(tech, "metal1", 31);
+  oaCustomViaDef::create(tech, "C", scalar("other"), scalar("pad"), scalar("layout"), m1, m1);
+  saveAndClose(tech);
+  HostResult copied = run("copy source top otherwise");
+  EXPECT_EQ(copied.exitCode, 1);
+  for (const char *part : {"the library has another via definition of that name, which the copied vias get (C)",
+                           "the library has another manufacturing grid, so the cuts of vias lie elsewhere (V)"})
+    EXPECT_THAT(copied.errors, HasSubstr(part));
+
+  saveAndClose(makeLibrary("base", host().path("base")));
+  ASSERT_EQ(run("register attached").exitCode, 0);
+  ASSERT_EQ(host().run({"tcl", "-c", "oa::TechAttach [oa::LibFind attached] base"}).exitCode, 0);
+  copied = run("copy source top attached");
+  EXPECT_EQ(copied.exitCode, 1);
+  EXPECT_THAT(copied.errors,
+              HasSubstr("2 times: a custom via definition is not made in the technology of another library (first: C, "
+                        "library attached uses the technology of base)"));
+  EXPECT_THAT(run("read attached top layout").output.toStdString(), HasSubstr("\"oaStdVia\""));
+}
+
+TEST_F(LayoutCopyCommand, CellsThatAreBelowAreNotWrittenOver) {
+  ASSERT_EQ(run("register safe").exitCode, 0);
+  ASSERT_EQ(run("copy source leaf layout --to safe").exitCode, 1); // another size
+  const QString elsewhere = " --path " + host().path("elsewhere");
+  const struct {
+    QString arguments;
+    const char *error, *kept;
+  } cases[] = {
+      {"copy source top layout leaf --to elsewhere" + elsewhere,
+       "source/top/layout cannot be copied to elsewhere/leaf/layout: below source/top/layout, this is where "
+       "source/leaf/layout is placed from",
+       "safe leaf"},
+      {"copy source top layout leaf --to elsewhere --top-only" + elsewhere, "elsewhere/leaf/layout", "safe leaf"},
+      {"copy source top safe leaf --replace --top-only", "safe/leaf/layout: below", "safe leaf"},
+      {"copy source top layout drawn --to elsewhere" + elsewhere, "source/drawn/layout is placed", "source drawn"},
+      {"copy source top source leaf --replace", "source/leaf/layout is placed from", "source leaf"},
+      {"copy source top source pc --replace", "source/pc/layout is placed from", "source pc"},
+      {"copy source chip source leaf --replace", "below source/chip/layout, this is where", "source leaf"},
+      {"copy source top other pad --replace", "other/pad/layout is placed from", "other pad"},
+  };
+  for (const auto &c : cases) {
+    SCOPED_TRACE(c.arguments.toStdString());
+    const QString dump = QStringLiteral("dump %1 layout").arg(c.kept);
+    const QByteArray before = run(dump).output;
+    const HostResult result = run(c.arguments);
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_THAT(result.errors, HasSubstr(c.error));
+    EXPECT_FALSE(before.isEmpty());
+    EXPECT_EQ(run(dump).output, before);
+    EXPECT_FALSE(QDir(host().path("elsewhere")).exists());
+  }
+}
+
+TEST_F(LayoutCopyCommand, WhatCannotBeReadReplacesNothing) {
+  ASSERT_EQ(run("copy source leaf layout broken --to kept --path " + host().path("kept")).exitCode, 0);
+  const QByteArray before = run("dump kept broken layout").output;
+  HostResult result = run("copy source broken kept --replace");
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_THAT(result.errors, HasSubstr("source/broken/layout is not copied: nothing of it could be read"));
+  EXPECT_EQ(run("dump kept broken layout").output, before);
+
+  qunsetenv("OA_PLUGIN_PATH");
+  result = run("copy source pc layout --to never --path " + host().path("never"));
+  qputenv("OA_PLUGIN_PATH", EVALUATOR_DIR);
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_THAT(result.errors, HasSubstr("source/pc/layout is not copied"));
+  EXPECT_FALSE(QDir(host().path("never")).exists());
 }
 
 TEST_F(LayoutCopyCommand, InsideOneLibraryOnlyTheCellIsCopied) {

@@ -137,6 +137,80 @@ TEST_F(NetlistCommand, SupplyNamedByAPropertyIsAPort) {
   EXPECT_THAT(result.output.toStdString(), HasSubstr(".subckt top\nx1 in VDD gate\nx2 in VBAT gate\n.ends top\n"));
 }
 
+// The terminals of a symbol are a bus between scalars in the drawing; the database lists buses behind them.
+TEST_F(NetlistCommand, NodesComeInTheOrderOfTheDrawing) {
+  createLib("order");
+  saveSymbol("order", "alu", {"A<1:0>", "zero", "B<1:0>", "carry"});
+  saveSymbol("order", "alu2", {"A<1:0>", "zero", "B<1:0>", "carry"},
+             {{"xschem.format", "@name @pinlist ; @#1 @#2 @symname"}});
+  plugIn.saveSchematic("order", "top", "schematic");
+  plugIn.saveNet(1, "z", 0);
+  plugIn.saveNet(2, "c", 0);
+  for (const char *master : {"alu", "alu2"}) {
+    plugIn.savePlacement("order", master, "symbol", QString("x") + master, QPoint(0, 0), "");
+    plugIn.savePlacementConnection(1, "zero");
+    plugIn.savePlacementConnection(2, "carry");
+    plugIn.saveVectorPlacementConnection("A<1:0>", "a<1:0>");
+    plugIn.saveVectorPlacementConnection("B<1:0>", "b<0:1>");
+    plugIn.saveVectorPlacementConnection("extra", "z");
+  }
+  plugIn.saveClose();
+  const HostResult result = host().run("netlist order top");
+  EXPECT_EQ(result.exitCode, 1); // the symbols have no terminal "extra"
+  EXPECT_THAT(result.output.toStdString(), HasSubstr("xalu a[1] a[0] z b[0] b[1] c z alu\n"
+                                                     "xalu2 a[1] a[0] z b[0] b[1] c z ; z b[0] b[1] alu2\n"));
+}
+
+// Ports may be drawn as anything, and a global net without a port is no terminal.
+TEST_F(NetlistCommand, TerminalsAreThoseOfTheSymbolHoweverDrawn) {
+  createLib("shapes");
+  plugIn.saveSymbol("shapes", "buf", "symbol");
+  plugIn.savePortRect(0, 10, 10, 0, "A");
+  plugIn.savePortPolygon(points({QPoint(40, 0), QPoint(50, 0), QPoint(50, 10)}), "Z");
+  plugIn.savePort("S", QPoint(0, 40), false, "input");
+  plugIn.saveGlobalPort("VDD");
+  plugIn.saveClose();
+  plugIn.saveSchematic("shapes", "buf", "schematic");
+  int number = 0;
+  for (const char *name : {"A", "S", "Z"}) {
+    plugIn.saveNet(++number, name, 1);
+    plugIn.savePort(number, QPoint(0, 40 * number), false, "input", "");
+  }
+  plugIn.saveGlobalPort("VDD");
+  plugIn.saveClose();
+  plugIn.saveSchematic("shapes", "top", "schematic");
+  plugIn.saveNet(11, "A", 1);
+  plugIn.saveNet(12, "out", 0);
+  plugIn.savePlacement("shapes", "buf", "symbol", "x1", QPoint(0, 0), "");
+  plugIn.savePlacementConnection(11, "A");
+  plugIn.savePlacementConnection(11, "S");
+  plugIn.savePlacementConnection(12, "Z");
+  plugIn.saveClose();
+  const std::string subcircuit = ".global VDD\n\n* shapes/buf/schematic\n.subckt buf A S Z\n.ends buf\n";
+  for (const char *top : {"top", "buf"}) {
+    const HostResult result = host().run({"netlist", "shapes", top});
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    EXPECT_EQ(result.errors, "");
+    EXPECT_THAT(result.output.toStdString(), HasSubstr(subcircuit));
+  }
+  EXPECT_THAT(host().run("netlist shapes top").output.toStdString(), HasSubstr(".subckt top A\nx1 A A out buf\n"));
+}
+
+// A single placement may be called like a bit of an iterated one.
+TEST_F(NetlistCommand, PlacementsOfOneNameStayApart) {
+  createLib("same");
+  saveSymbol("same", "dev", {"P"});
+  plugIn.saveSchematic("same", "top", "schematic");
+  plugIn.savePlacement("same", "dev", "symbol", "V<2>", QPoint(0, 0), "");
+  plugIn.savePlacement("same", "dev", "symbol", "V[2]", QPoint(0, 40), "");
+  plugIn.saveVectorPlacement("same", "dev", "symbol", "V", QPoint(0, 80), "", 3, 2);
+  plugIn.saveClose();
+  const HostResult result = host().run("netlist same top");
+  EXPECT_THAT(result.output.toStdString(),
+              HasSubstr("XV[2] V[2]/P dev\nXV[2]_2 V[2]/P_2 dev\nXV[3] V[3]/P dev\nXV[2]_3 V[2]/P_3 dev\n"));
+  EXPECT_THAT(result.errors, HasSubstr("two nets have the same name, one is renamed"));
+}
+
 TEST_F(NetlistCommand, WhatIsWrongIsToldAndTheRestPrinted) {
   createLib("faulty");
   saveSymbol("faulty", "cell", {"A", "Z"});

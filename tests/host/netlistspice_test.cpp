@@ -73,7 +73,8 @@ TEST(NetlistSpice, SymbolPrescribesItsLine) {
       {"all terminals", "@name @pinlist @symname w=@w", "", "M1 a b dev w=1\n"},
       {"prefix and text behind a value", "@spiceprefix@name @pinlist sky__@model", "", "ZM1 a b sky__nch\n"},
       {"pins by name", "@name @@N @@P dev", "", "M1 b a dev\n"},
-      {"unknown pin", "@name @@Q dev", "", "M1 dev\n"},
+      {"unknown pin", "@name @@Q @#7 @#N[1:0] dev", "", "M1 dev\n"},
+      {"pins by number", "@name @#1 @#P:net_name dev @#1:name", "", "M1 b a dev N\n"},
       {"a backslash ends a name", "@name @@P @model\\\\_1", "", "M1 a nch_1\n"},
       {"a property that names a net", "@name @@P @bulk dev", "bulk model", "M1 a D[0] dev\n"},
       {"continuation and a second line", "@name @pinlist dev\n+ w=@w\nC@name @@P 0 1f", "",
@@ -91,8 +92,22 @@ TEST(NetlistSpice, SymbolPrescribesItsLine) {
                                    {"model", "nch"},
                                    {"area", "\"expr('2 * @w')\""},
                                    {"bulk", "D[0]"},
-                                   {"spiceprefix", "Z"}}};
+                                   {"spiceprefix", "Z"}},
+                                  {"P", "N"}};
     EXPECT_EQ(bodyOf(oneDevice(symbol, {})), c.expected);
+  }
+}
+
+TEST(NetlistSpice, FormatThatCannotBeFollowedIsTold) {
+  for (const char *format : {"tcleval(@name @pinlist)", "@name @#0 @#Z:net", "@name @ @pinlist", "@name @-1"}) {
+    SCOPED_TRACE(format);
+    Netlist netlist = oneDevice({{}, {{"xschem.format", format}}}, {});
+    netlist.cells.front().devices.push_back(netlist.cells.front().devices.front());
+    ImportReport report;
+    EXPECT_TRUE(toSpice(netlist, report).contains("\nXM1 a b dev\nXM1_2 a b dev\n"));
+    EXPECT_EQ(report.problemCount(), 2);
+    EXPECT_TRUE(report.lines().first().contains("2 times: the netlist line of symbol lib/dev cannot be followed"))
+        << report.lines().first().toStdString();
   }
 }
 

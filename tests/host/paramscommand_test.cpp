@@ -31,20 +31,28 @@ protected:
     oaPlugInMain plugIn;
     plugIn.init(false);
     ASSERT_TRUE(plugIn.checkLib("lib", host().path("lib"), true));
+    ASSERT_TRUE(plugIn.checkLib("lone", host().path("lone"), true));
     const struct {
-      const char *cell, *view;
+      const char *lib, *cell, *view;
       oaReservedViewTypeEnum type;
-    } cellViews[] = {
-        {"pc", "layout", oacMaskLayout}, {"plain", "layout", oacMaskLayout}, {"plain", "schematic", oacSchematic}};
+      int m; // of a parametric cell
+    } cellViews[] = {{"lib", "pc", "layout", oacMaskLayout, 2},
+                     {"lib", "broken", "layout", oacMaskLayout, -1},
+                     {"lone", "broken", "layout", oacMaskLayout, -1},
+                     {"lib", "plain", "layout", oacMaskLayout, 0},
+                     {"lib", "plain", "schematic", oacSchematic, 0}};
+    oaParam time;
+    time.setName("t");
+    time.setTimeVal(5);
     for (const auto &cellView : cellViews) {
-      oaDesign *design = oaDesign::open(scalar("lib"), scalar(cellView.cell), scalar(cellView.view),
+      oaDesign *design = oaDesign::open(scalar(cellView.lib), scalar(cellView.cell), scalar(cellView.view),
                                         oaViewType::get(oaReservedViewType(cellView.type)), 'w');
       oaBlock::create(design);
-      if (cellView.cell == std::string("pc")) {
+      if (cellView.m != 0) {
         design->defineSuperMaster(
             oaPcellLink::getPcellDef("boxes"),
-            paramsOf({oaParam("m", oaInt4(2)), oaParam("width", oaDouble(1.5e-6)), booleanParam("on", false),
-                      oaParam("model", oaString("nch lvt\nx")), oaParam("none", oaString(""))}));
+            paramsOf({oaParam("m", oaInt4(cellView.m)), oaParam("width", oaDouble(1.5e-6)), booleanParam("on", false),
+                      oaParam("model", oaString("nch lvt\nx")), oaParam("none", oaString("")), time}));
       }
       design->save();
       design->close();
@@ -64,15 +72,16 @@ protected:
 };
 
 TEST_F(ParamsCommand, ListsNameTypeAndDefault) {
-  const char kTable[] = "m      int     2\n"
-                        "width  double  1.5e-06\n"
-                        "on     list    false true\n"
-                        "model  string  nch lvt\\nx\n"
-                        "none   string\n";
+  const char kTable[] = "m      int          2\n"
+                        "width  double       1.5e-06\n"
+                        "on     list         false true\n"
+                        "model  string       nch lvt\\nx\n"
+                        "none   string\n"
+                        "t      unsupported\n";
   EXPECT_EQ(output("params lib pc layout"), kTable);
   EXPECT_EQ(output("params lib pc"), kTable);
   const QJsonArray json = QJsonDocument::fromJson(host().run("params lib pc --format json").output).array();
-  ASSERT_EQ(json.size(), 5);
+  ASSERT_EQ(json.size(), 6);
   EXPECT_EQ(json.at(3).toObject(), (QJsonObject{{"name", "model"}, {"type", "string"}, {"value", "nch lvt\nx"}}));
 }
 
@@ -101,6 +110,9 @@ TEST_F(ParamsCommand, WrongParametersAreRefused) {
       {"read lib pc --param m=1 --param m=2", "--param m is given twice", 1},
       {"read lib pc --param m=2.5", "m of lib/pc/layout expects an integer", 1},
       {"read lib pc --param width=wide", "width of lib/pc/layout expects a number", 1},
+      {"read lib pc --param width=nan", "width of lib/pc/layout expects a number", 1},
+      {"read lib pc --param width=-inf", "width of lib/pc/layout expects a number", 1},
+      {"read lib pc --param t=5", "t of lib/pc/layout is of a type that has no text to set it by", 1},
       {"read lib pc --param on=1", "on of lib/pc/layout expects true or false", 1},
       {"read lib plain schematic --param m=1", "lib/plain/schematic is no layout: --param does not apply", 1},
       {"render lib plain schematic -o x.png --param m=1", "--levels and --param do not apply to it", 1},
@@ -150,6 +162,27 @@ TEST_F(ParamsCommand, RenderDrawsTheVariant) {
   const int oneBox = drawn[1] - drawn[0];
   EXPECT_GT(oneBox, 500);
   EXPECT_NEAR(drawn[2] - drawn[1], oneBox, 0.2 * oneBox);
+}
+
+// Nor do the units come with a cell whose defaults cannot be drawn.
+TEST_F(ParamsCommand, RenderTakesTheUnitsOfOtherCells) {
+  int drawn[2] = {};
+  for (const int i : {0, 1}) {
+    const QString file = QString("units%1.png").arg(i);
+    EXPECT_EQ(
+        output(QString("render lib %1 --no-legend --no-texts --size 400x400 --window 0,0,0.5,0.5 -o %2 --param m=1")
+                   .arg(i == 0 ? "pc" : "broken", file)
+                   .toLatin1()),
+        "");
+    drawn[i] = drawnPixels(host().path(file));
+  }
+  EXPECT_GT(drawn[0], 500);
+  EXPECT_NEAR(drawn[1], drawn[0], 0.2 * drawn[0]) << "but for the title";
+  const HostResult refused = host().run("render lone broken --window 0,0,1,1 -o refused.png --param m=1");
+  EXPECT_EQ(refused.exitCode, 1);
+  EXPECT_THAT(refused.errors, HasSubstr("--window is in user units, and nothing tells those of lone"));
+  EXPECT_FALSE(QFile::exists(host().path("refused.png")));
+  EXPECT_EQ(host().run("render lone broken -o whole.png --param m=1").exitCode, 0);
 }
 
 TEST_F(ParamsCommand, FailingAndMissingEvaluatorsAreSaid) {

@@ -118,6 +118,46 @@ oa::close $design
   EXPECT_THAT(host.run("dump made top layout").output.toStdString(), HasSubstr("rect 4/7 box=(0 0)(100 50)\n"));
 }
 
+// The commands of the host ask the plug-in, the scripts the binding.
+TEST_F(TclCommand, NamesBeyondAsciiAreTheSameEverywhere) {
+  const auto run = [this](const char *arguments) { return host.run(QString::fromUtf8(arguments).split(' ')).output; };
+  ASSERT_EQ(host.run(QStringList{"tcl", "-c", "oa::LibCreate lib [pwd]/lib"}).exitCode, 0);
+  run("register lib");
+  host.write("make.tcl", "set design [oa::DesignOpen lib n\303\251 layout [oa::ViewTypeGet maskLayout] w]\n"
+                         "oa::RectCreate [oa::BlockCreate $design] 1 2 {{0 0} {1 1}}; oa::save $design\n");
+  ASSERT_EQ(host.run("tcl make.tcl").exitCode, 0);
+  EXPECT_EQ(run("cells lib"), "n\303\251\n");
+  EXPECT_EQ(run("views lib n\303\251"), "layout\n");
+  run("data lib n\303\251 --set s\303\266");
+  EXPECT_EQ(run("data lib n\303\251"), "TarnwickdaleData \"s\303\266\"\n");
+  EXPECT_EQ(run("copy lib n\303\251 --to \303\274 --path copies"), "");
+  EXPECT_EQ(run("cells \303\274"), "n\303\251\n");
+  const HostResult found = host.run(QStringList{
+      "tcl", "-c",
+      QString::fromUtf8("puts [oa::getCellName [oa::DesignOpen \303\274 n\303\251 layout r]]\n"
+                        "puts [oa::getValue [oa::getNext [oa::getProps [oa::CellDMDataOpen lib n\303\251 r]]]]")});
+  EXPECT_EQ(found.output, "n\303\251\ns\303\266\n") << found.errors;
+}
+
+TEST_F(TclCommand, LayersOfAMapKeepTheirNames) {
+  host.write("make.tcl", "oa::LibCreate lib [pwd]/lib; set design [oa::DesignOpen lib c layout [oa::ViewTypeGet "
+                         "maskLayout] w]\n"
+                         "oa::RectCreate [oa::BlockCreate $design] 1 0 {{0 0} {1 1}}; oa::save $design\n");
+  ASSERT_EQ(host.run("tcl make.tcl").exitCode, 0);
+  host.run("register lib");
+  host.write("layers.map", "1 0 m\303\251tal\n");
+  ASSERT_EQ(host.run("export-gds lib c -o c.gds").exitCode, 0);
+  const HostResult imported =
+      host.run(QString::fromUtf8("import-gds c.gds --lib n\303\251 --path new --layers layers.map").split(' '));
+  EXPECT_EQ(imported.exitCode, 0) << imported.errors;
+  host.write("layers.map", "1 0 \316\251\n");
+  const HostResult refused = host.run("import-gds c.gds --lib other --path other --layers layers.map");
+  EXPECT_EQ(refused.exitCode, 1);
+  EXPECT_THAT(refused.errors, HasSubstr("layer map: \"\316\251\" of layer 1/0 has characters"));
+  EXPECT_FALSE(QDir(host.path("other")).exists());
+  EXPECT_EQ(host.run(QStringList{"layers", QString::fromUtf8("n\303\251")}).output, "1 m\303\251tal\n");
+}
+
 // The host opens what lib.defs names before the script runs.
 TEST_F(TclCommand, ExamplesWorkOnLibrariesThatAreOpen) {
   const auto example = [this](const QString &script, const QStringList &arguments) {

@@ -41,6 +41,15 @@ TEST_F(TclPromptOfHost, EvaluatesWhatIsTyped) {
   EXPECT_EQ(terminal.exitCode(), 3);
 }
 
+TEST_F(TclPromptOfHost, ShowsALineThatHasNotEnded) {
+  PseudoTerminal terminal(words, home);
+  waitForPrompt(terminal);
+  terminal.type("puts -nonewline [string reverse olleh]\r");
+  EXPECT_THAT(waitForPrompt(terminal), HasSubstr("\nhello% "));
+  terminal.type("exit 3\r");
+  EXPECT_EQ(terminal.exitCode(), 3);
+}
+
 TEST_F(TclPromptOfHost, AsksForTheRestOfACommand) {
   PseudoTerminal terminal(words, home);
   waitForPrompt(terminal);

@@ -86,6 +86,27 @@ TEST(XschemDrawing, PointsBetweenDatabaseUnitsAreToldOnce) {
             "2 times: a point between database units is rounded (first: f.sym:1, (0.1, 1))");
 }
 
+TEST(XschemDrawing, WhatCannotBeDrawnIsTold) {
+  const struct {
+    const char *line, *told;
+  } cases[] = {
+      {"B 4 0 0 10 5 {fill=true}", "a filled box or circle is drawn as its outline (f.sym:1)"},
+      {"A 4 0 0 5 0 360 {fill=full}", "a filled box or circle is drawn as its outline (f.sym:1)"},
+      {"A 4 0 0 5 0 90 {fill=true}", ""},
+      {"B 4 0 0 10 5 {fill=false}", ""},
+      {"L 4 0 0 10 5 {lock=true\nhide=true}",
+       "attribute lock of a shape is left out (f.sym:1)|attribute hide of a shape is left out (f.sym:1)"},
+      {"B 4 0 0 10 5 {flags=graph y1=0 x2=3 fill=true}", "a graph or picture is drawn as its frame (f.sym:1)"},
+      {"T {a} 0 0 0 0 1 1 {floater=x1 font=Arial layer=4}",
+       "attribute floater of a text is left out (f.sym:1)|texts have one size and font (f.sym:1)"},
+  };
+  for (const auto &c : cases) {
+    ImportReport report;
+    EXPECT_NE(drawn(c.line, report), "") << c.line;
+    EXPECT_EQ(report.lines().join('|').toStdString(), c.told) << c.line;
+  }
+}
+
 // Files in a folder of their own and what becomes of them.
 class XschemImport : public testing::Test {
 protected:
@@ -160,6 +181,27 @@ TEST_F(XschemImport, SymbolHasPinsDrawingAndProperties) {
                                           "xschem.format=@name @pinlist|w=2 u|m=1");
   EXPECT_EQ(model.shapes.size(), 4u);
   EXPECT_EQ(report.problemCount(), 0) << told();
+}
+
+// Numbers for simulation order the pins when each has one.
+TEST_F(XschemImport, PinsHaveTheOrderOfTheirNumbers) {
+  const QByteArray a = "B 5 -1 -1 1 1 {name=A dir=in sim_pinnumber=10 goto=1}\n";
+  const QByteArray b = "B 5 -1 9 1 11 {name=B dir=in sim_pinnumber=9 verilog_type=reg}\n";
+  const QByteArray c = "B 5 -1 19 1 21 {name=C dir=out goto=2}\n";
+  write("all.sym", a + b);
+  write("some.sym", a + b + c);
+  import({"all.sym", "some.sym"});
+  const auto pins = [&](const char *cell) {
+    QString names;
+    for (const SchematicPort &port : symbol(cell).ports)
+      names += port.name;
+    return names.toStdString();
+  };
+  EXPECT_EQ(pins("all"), "BA");
+  EXPECT_EQ(pins("some"), "ABC");
+  EXPECT_EQ(told(), "3 times: attribute goto of a pin is left out (first: all.sym:2)\n"
+                    "2 times: attribute verilog_type of a pin is left out (first: all.sym:3)\n"
+                    "not every pin of a symbol has a number in sim_pinnumber, the pins keep their order (some.sym:2)");
 }
 
 // The pin at (20, -10) goes where xschem draws it: flipped left to right first, then turned clockwise.
@@ -267,8 +309,38 @@ TEST_F(XschemImport, EmbeddedSymbolsServeTheWholeFile) {
   EXPECT_EQ(symbolNames(), "two");
   const auto problems = findConnectivity(schematic("s"), importer->symbolTable()).problems;
   ASSERT_EQ(problems.size(), 1);
-  EXPECT_THAT(problems[0].toStdString(), HasSubstr("Q<1:0> of placement x1 at (80, 40) has 2 bits"));
+  EXPECT_THAT(problems[0].toStdString(), HasSubstr("Q<1:0> of placement x1 at (20, -10) has 2 bits"));
   EXPECT_EQ(report.problemCount(), 0) << told();
+}
+
+TEST_F(XschemImport, ProblemsOfTheConnectivityTellTheirPlace) {
+  write("two.sym", kTwoPins);
+  write("s.sch", "C {two.sym} 680 200 0 0 {name=x4}\nC {devices/lab_pin.sym} 700 190 0 0 {lab=E[0:3]}\n"
+                 "N 0 0 12.5 0 {lab=A locked=1}\nC {devices/ipin.sym} 0 0 0 0 {lab=A}\n"
+                 "C {devices/lab_pin.sym} 12.5 0 0 0 {lab=B}\nC {gone.sym} 0 50 0 0 {name=x5}\n");
+  import({"s.sch"});
+  QStringList problems = findConnectivity(schematic("s"), importer->symbolTable()).problems;
+  EXPECT_EQ(problems.replaceInStrings(folder.path(""), "").join('|').toStdString(),
+            "/s.sch:7: the symbol lib/gone of placement x5 is missing: it has no terminals to connect|"
+            "/s.sch:6: net A is also called B by the label at (12.5, 0)|"
+            "/s.sch:2: terminal Q<1:0> of placement x4 at (700, 190) has 2 bits, but net E<0:3> has 4");
+  EXPECT_THAT(told(), HasSubstr("attribute locked of a wire is left out (s.sch:4)"));
+}
+
+// The library has characters of eight bits: names stay different, and other texts are told.
+TEST_F(XschemImport, CharactersBeyondLatin1AreTold) {
+  write("p.sym", "K {type=res\ntemplate=\"name=x1 w=2\u03A9\"}\nB 5 -1 -1 1 1 {name=\u03A9 dir=in}\n"
+                 "B 5 9 -1 11 1 {name=\u0394[1:0] dir=in}\n");
+  write("s.sch", "T {10 k\u03A9} 0 0 0 0 1 1 {}\nC {p.sym} 0 0 0 0 {name=x\u0394 value=5\u03A9}\n"
+                 "C {p.sym} 0 50 0 0 {name=x\u03A9 value=5\u00B5}\n"
+                 "C {devices/lab_pin.sym} 0 0 0 0 {lab=\u03A9}\nC {devices/lab_pin.sym} 0 50 0 0 {lab=\u0394}\n"
+                 "C {devices/title.sym} 0 0 0 0 {name=l1 author=\U0001D49C}\n");
+  import({"s.sch"});
+  EXPECT_EQ(nets("s"), "_u03A9: x_u0394._u03A9; _u0394: x_u03A9._u03A9");
+  EXPECT_EQ(symbol("p").ports[1].name, "_u0394<1:0>");
+  EXPECT_EQ(report.problemCount(), 4);
+  const std::string lost = "characters that are not in Latin-1 become \"?\" (first: s.sch:2, \"10 k\u03A9\")";
+  EXPECT_THAT(told(), AllOf(HasSubstr(lost), HasSubstr("(first: p.sym:4, \"\u03A9\" becomes _u03A9)")));
 }
 
 TEST_F(XschemImport, OneCellHasOneSymbolAndOneSchematic) {
