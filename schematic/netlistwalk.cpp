@@ -173,7 +173,8 @@ void NetlistWalk::sendNodes() {
   });
 }
 
-// "I1/A": nothing else in the block is called so, since a slash separates levels of hierarchy.
+// "I1/A". No net is called so, since a slash separates levels of hierarchy. Two of these may be: names of scalars may
+// hold brackets, and then an instance V<2> and a bit of an instance V read alike. The numbers tell the nodes apart.
 const QString &NetlistWalk::nameOf(const OpenTerminal &open) {
   const Device &device = devices_[open.device];
   getBitName(device.inst, open.bit, text_);

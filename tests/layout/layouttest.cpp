@@ -3,8 +3,6 @@
 #include <sstream>
 #include <stdexcept>
 
-#include <QTemporaryDir>
-
 using namespace oa;
 
 CellBuilder::CellBuilder(const std::string &lib, const std::string &cell, const std::string &view)
@@ -103,46 +101,6 @@ Lines OpenCell::shapes() const {
     lines.push_back(line.str());
   }
   return lines;
-}
-
-// Libraries live as long as the process, so all cases of a program share the folder and each leaves the libraries
-// empty.
-QDir LayoutTest::folder() {
-  static const QTemporaryDir directory;
-  return QDir(directory.path());
-}
-
-// The home directory and the working directory are the temporary folder, so that no other lib.defs is found.
-LayoutTest::LayoutTest() : recorder(&plugIn) {
-  qputenv("HOME", folder().path().toLocal8Bit());
-  QDir::setCurrent(folder().path());
-  plugIn.init(false);
-  plugIn.setLayerMax(256, 256);
-  createLib("lib");
-}
-
-LayoutTest::~LayoutTest() {
-  oaIter<oaLib> libs(oaLib::getOpenLibs());
-  while (oaLib *lib = libs.getNext()) {
-    lib->getAccess(oacWriteLibAccess);
-    oaIter<oaCell> cells(lib->getCells());
-    while (oaCell *cell = cells.getNext()) {
-      cell->destroy();
-    }
-    lib->releaseAccess();
-    if (oaTech *tech = oaTech::find(lib)) {
-      tech->purge();
-    }
-    if (oaTech::exists(lib)) {
-      oaTech::destroy(lib);
-    }
-  }
-  QDir::setCurrent(QDir::rootPath());
-}
-
-void LayoutTest::createLib(const std::string &name) {
-  const QString path = folder().filePath(QString::fromStdString(name));
-  ASSERT_TRUE(plugIn.checkLib(QString::fromStdString(name), path, true));
 }
 
 std::string LayoutTest::pathOf(const std::string &cell, const std::string &view) const {

@@ -5,16 +5,8 @@
 #include <string>
 #include <vector>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <QDir>
-
-#include "oapluginmain.h"
+#include "plugintest.h"
 #include "signalrecorder.h"
-
-typedef std::vector<std::string> Lines;
-
-inline oa::oaScalarName scalar(const std::string &text) { return oa::oaScalarName(oaConvert::ns, text.c_str()); }
 
 // A layout cell that a test builds with the API: opened empty, saved and closed when it goes out of scope.
 class CellBuilder {
@@ -54,17 +46,14 @@ private:
   oa::oaDesign *design_;
 };
 
-// A plug-in object, a recorder on its signals and a library "lib" in a temporary folder that is also the home
-// directory.
-class LayoutTest : public ::testing::Test {
+// With a recorder on the plug-in's signals.
+class LayoutTest : public PluginTest {
 protected:
-  LayoutTest();
-  ~LayoutTest() override;
+  LayoutTest() : recorder(&plugIn) {}
 
   // The signals of reading lib/cell, all of them or those named.
   Lines read(const std::string &cell, const std::string &view = "layout");
   Lines read(const std::string &cell, const Lines &signalNames);
-  void createLib(const std::string &name);
   std::string pathOf(const std::string &cell, const std::string &view = "layout") const;
 
   void beginLayout(const QString &cell, bool replaceConnectivity = true, const QStringList &nets = QStringList(),
@@ -72,9 +61,6 @@ protected:
   // Errors and notices that reached the host since the recorder was last cleared.
   Lines reports() const { return recorder.lines({"reportError"}); }
 
-  static QDir folder();
-
-  oaPlugInMain plugIn;
   SignalRecorder recorder;
 };
 

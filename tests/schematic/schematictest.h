@@ -4,16 +4,8 @@
 #include <string>
 #include <vector>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <QDir>
-
-#include "oapluginmain.h"
+#include "plugintest.h"
 #include "signalrecorder.h"
-
-typedef std::vector<std::string> Lines;
-
-inline oa::oaScalarName scalar(const std::string &text) { return oa::oaScalarName(oaConvert::ns, text.c_str()); }
 
 // A schematic or symbol that a test builds with the API: opened empty, saved and closed when it goes out of scope.
 class SchematicBuilder {
@@ -43,22 +35,16 @@ private:
   oa::oaDesign *design_;
 };
 
-// A plug-in object, a recorder on its signals and a library "lib" in a temporary folder that is also the home
-// directory.
-class SchematicTest : public ::testing::Test {
+// With a recorder on the plug-in's signals.
+class SchematicTest : public PluginTest {
 protected:
-  SchematicTest();
-  ~SchematicTest() override;
+  SchematicTest() : recorder(&plugIn) {}
 
   // The signals of openSchematic(lib/cell/view).
   Lines read(const std::string &cell, const std::string &view = "schematic");
-  void createLib(const std::string &name);
   // Errors and notices that reached the host since the recorder was last cleared.
   Lines reports() const { return recorder.lines({"reportError"}); }
 
-  static QDir folder();
-
-  oaPlugInMain plugIn;
   SignalRecorder recorder;
 };
 
