@@ -128,7 +128,7 @@ public:
     // Everything that makes the file unusable is found here, before the library is made.
     const GdsIndex index(parser, scale, report);
     const MapTechnology technology(map_);
-    const QStringList present = isKnown ? session_.core().getCellNames(lib_) : QStringList();
+    const QStringList present = isKnown ? session_.requireCellNames(lib_) : QStringList();
     if (!isKnown)
       library.create();
     if (map_.count() > 0)

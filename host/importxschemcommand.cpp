@@ -92,7 +92,7 @@ public:
 
 private:
   bool isPresent(const QString &cell, const QString &view) {
-    return session_.core().getViewNames(lib_, cell).contains(view);
+    return session_.requireViewNames(lib_, cell).contains(view);
   }
 
   bool canBeCell(const QString &cell, const QString &source) {
@@ -104,7 +104,7 @@ private:
 
   // What is to be written. Throws HostError when the library has any of it already and it is not to be replaced.
   void chooseCells(const XschemImporter &importer, bool isKnown) {
-    QStringList cells = isKnown ? session_.core().getCellNames(lib_) : QStringList();
+    QStringList cells = isKnown ? session_.requireCellNames(lib_) : QStringList();
     const QSet<QString> present(cells.begin(), cells.end());
     const auto requireFree = [&](const QString &cell, const QString &view) {
       if (!isReplacing_ && present.contains(cell) && isPresent(cell, view))

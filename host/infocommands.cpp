@@ -37,11 +37,7 @@ int printLibraries(PluginSession &session, const Names &) {
 int printCells(PluginSession &session, const Names &names) {
   const QString lib = nameFromCommandLine(names.lib);
   session.requireLibrary(lib);
-  const int errorsBefore = session.errorCount();
-  const QStringList cells = session.core().getCellNames(lib);
-  if (cells.isEmpty())
-    session.requireAnswer(lib, QStringLiteral("library %1").arg(lib), errorsBefore);
-  session.writeOutput(toLines(cells));
+  session.writeOutput(toLines(session.requireCellNames(lib)));
   return session.exitCode();
 }
 
@@ -49,7 +45,7 @@ int printViews(PluginSession &session, const Names &names) {
   const QString lib = nameFromCommandLine(names.lib);
   const QString cell = nameFromCommandLine(names.cell);
   session.requireLibrary(lib);
-  const QStringList views = session.core().getViewNames(lib, cell);
+  const QStringList views = session.requireViewNames(lib, cell);
   if (views.isEmpty())
     session.requireCell(lib, cell);
   session.writeOutput(toLines(views));

@@ -163,12 +163,12 @@ void LayoutCopier::requireKeptCells() const {
 }
 
 void LayoutCopier::requireFreeViews() const {
-  const QStringList present = session_.core().getCellNames(request_.targetLib);
+  const QStringList present = session_.requireCellNames(request_.targetLib);
   const QSet<QString> cells(present.begin(), present.end());
   for (const CellIndex index : copied_) {
     const QString cell = targetCell(index);
     const QString &view = origins_[index].view;
-    if (cells.contains(cell) && session_.core().getViewNames(request_.targetLib, cell).contains(view)) {
+    if (cells.contains(cell) && session_.requireViewNames(request_.targetLib, cell).contains(view)) {
       throw HostError(QStringLiteral("library %1 has a cell %2 already, with a view %3; --replace writes over it")
                           .arg(request_.targetLib, cell, view));
     }

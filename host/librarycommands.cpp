@@ -103,7 +103,7 @@ int removeView(PluginSession &session, const QString &lib, const QString &cell, 
   session.core().removeView(lib, cell, view);
   if (session.exitCode() != 0)
     return 1;
-  if (session.core().getViewNames(lib, cell).contains(view))
+  if (session.requireViewNames(lib, cell).contains(view))
     throw HostError(QStringLiteral("%1/%2/%3 is still there").arg(lib, cell, view));
   session.writeOutput(QStringLiteral("removed %1/%2/%3\n").arg(lib, cell, view).toUtf8());
   return 0;
@@ -111,13 +111,13 @@ int removeView(PluginSession &session, const QString &lib, const QString &cell, 
 
 int removeCell(PluginSession &session, const QString &lib, const QString &cell) {
   session.requireCell(lib, cell);
-  const QStringList views = session.core().getViewNames(lib, cell);
+  const QStringList views = session.requireViewNames(lib, cell);
   if (session.exitCode() != 0)
     return 1;
   session.core().removeCell(lib, cell);
   if (session.exitCode() != 0)
     return 1;
-  if (session.core().getCellNames(lib).contains(cell))
+  if (session.requireCellNames(lib).contains(cell))
     throw HostError(QStringLiteral("%1/%2 is still there").arg(lib, cell));
   QString told;
   for (const QString &view : views)

@@ -108,7 +108,13 @@ void PluginSession::requireLibrary(const QString &lib) {
     }
     throw HostError(QStringLiteral("library %1 is not known; it is not defined in %2").arg(lib, file));
   }
-  waitForLibrary(path, waitMs_);
+  // What is asked for all the same would seem not to be there.
+  if (!waitForLibrary(path, waitMs_)) {
+    const QString holder = accessHolder(path);
+    throw HostError(QStringLiteral("library %1 is being written by %2; waited for %3 s")
+                        .arg(lib, holder.isEmpty() ? QStringLiteral("another process") : holder)
+                        .arg(waitMs_ / 1000.0));
+  }
 }
 
 void PluginSession::requireAnswer(const QString &lib, const QString &what, int errorsBefore) {
@@ -120,6 +126,20 @@ void PluginSession::requireAnswer(const QString &lib, const QString &what, int e
                       .arg(what, holder.isEmpty()
                                      ? QString()
                                      : QStringLiteral(": %1 holds access to library %2").arg(holder, lib)));
+}
+
+QStringList PluginSession::requireCellNames(const QString &lib) {
+  const int errorsBefore = errorCount();
+  const QStringList cells = core_->getCellNames(lib);
+  requireAnswer(lib, QStringLiteral("the cells of library %1").arg(lib), errorsBefore);
+  return cells;
+}
+
+QStringList PluginSession::requireViewNames(const QString &lib, const QString &cell) {
+  const int errorsBefore = errorCount();
+  const QStringList views = core_->getViewNames(lib, cell);
+  requireAnswer(lib, QStringLiteral("the views of cell %1 of library %2").arg(cell, lib), errorsBefore);
+  return views;
 }
 
 void PluginSession::requireCell(const QString &lib, const QString &cell) {

@@ -46,9 +46,13 @@ public:
 
   // Throws HostError when there is no lib.defs, or none that can be read.
   void requireLibraryDefinitions();
-  // Throws HostError unless the library is known. While another process writes to it, waits as long as the plug-in does
-  // before it writes: reading operations hardly wait themselves.
+  // Throws HostError unless the library is known, and when another process writes to it for longer than the user waits:
+  // reading operations of the plug-in hardly wait themselves.
   void requireLibrary(const QString &lib);
+  // The cells of a library and the views of a cell that is there, for who relies on what is not among them. Throw
+  // HostError when they cannot be looked up.
+  QStringList requireCellNames(const QString &lib);
+  QStringList requireViewNames(const QString &lib, const QString &cell);
   // Throws HostError unless the library has the cell.
   void requireCell(const QString &lib, const QString &cell);
   // Throws HostError when the plug-in has complained since `errorsBefore` were counted: `what` cannot be looked up.

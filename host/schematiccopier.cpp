@@ -124,7 +124,7 @@ QStringList SchematicCopier::newDevices(const SchematicModel &model) {
 }
 
 bool SchematicCopier::hasView(const QString &cell, const QString &view, const char *type) {
-  return session_.core().getViewNames(request_.lib, cell).contains(view) &&
+  return session_.requireViewNames(request_.lib, cell).contains(view) &&
          session_.core().getViewType(request_.lib, cell, view) == QLatin1String(type);
 }
 
@@ -146,17 +146,17 @@ void SchematicCopier::collectSymbol(const CellView &symbol) {
   if (knownSymbols_.contains(key))
     return;
   knownSymbols_.insert(key);
-  if (session_.core().getViewNames(request_.lib, symbol.cell).contains(symbol.view))
+  if (session_.requireViewNames(request_.lib, symbol.cell).contains(symbol.view))
     symbols_.push_back(symbol);
 }
 
 // False when nothing below the schematics that are read can be where a copy is written.
 bool SchematicCopier::mayPlaceWritten(const QSet<QString> &written) {
-  if (request_.targetCell != request_.cell && session_.core().getCellNames(request_.lib).contains(request_.targetCell))
+  if (request_.targetCell != request_.cell && session_.requireCellNames(request_.lib).contains(request_.targetCell))
     return true;
   if (isInsideOneLibrary() || !session_.core().getLibs().contains(request_.targetLib))
     return false;
-  const QStringList present = session_.core().getCellNames(request_.targetLib);
+  const QStringList present = session_.requireCellNames(request_.targetLib);
   return QSet<QString>(present.begin(), present.end()).intersects(written);
 }
 
@@ -230,7 +230,7 @@ void SchematicCopier::requireKeptCells() {
 }
 
 bool SchematicCopier::isTaken(const CellView &view) {
-  return session_.core().getViewNames(request_.targetLib, targetCell(view.cell)).contains(view.view);
+  return session_.requireViewNames(request_.targetLib, targetCell(view.cell)).contains(view.view);
 }
 
 // What is there below the cell may have come with an earlier copy and stays; the cell's own views must be free.

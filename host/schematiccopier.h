@@ -26,8 +26,8 @@ struct SchematicCopyRequest {
 // Reads a schematic by its signals and its netlist and writes it by the writing operations; a copy that is connected
 // otherwise is a problem. With it go its cell's symbol and the symbols that it places from its own library, and the
 // schematics of those cells; in the copies, what is placed from the source library is placed from the target library.
-// Inside one library only the cell itself is copied: schematic and symbol. A symbol is copied alone. What the host keeps
-// with the cells goes along. Below the cell, what the target library has already stays.
+// Inside one library only the cell itself is copied: schematic and symbol. A symbol is copied alone. What the host
+// keeps with the cells goes along. Below the cell, what the target library has already stays.
 //
 // Throws HostError when the view cannot be read, and before anything is written when a copy would replace a view
 // of the cell and that was not asked for, or a cell that the copies place. What could not be copied is in `report` and

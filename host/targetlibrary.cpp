@@ -30,11 +30,15 @@ bool TargetLibrary::find() {
   if (!known.isEmpty()) {
     if (!path_.isEmpty() && !isSamePath(known, path_))
       throw HostError(QStringLiteral("library %1 is known already, at %2, not at %3").arg(lib_, known, path_));
+    session_.requireLibrary(lib_);
     return true;
   }
   if (path_.isEmpty())
     throw HostError(QStringLiteral("library %1 is not known; --path says where to make it").arg(lib_));
-  return session_.core().existLib(path_) && session_.core().checkLib(lib_, path_, false);
+  const bool isThere = session_.core().existLib(path_) && session_.core().checkLib(lib_, path_, false);
+  if (isThere)
+    session_.requireLibrary(lib_);
+  return isThere;
 }
 
 // What keeps the library from being made at the path, or an empty text.

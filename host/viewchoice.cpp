@@ -6,7 +6,7 @@
 
 QString defaultView(PluginSession &session, const QString &lib, const QString &cell) {
   session.requireLibrary(lib);
-  const QStringList views = session.core().getViewNames(lib, cell);
+  const QStringList views = session.requireViewNames(lib, cell);
   for (const char *name : {"layout", "schematic", "symbol"}) {
     const QString view = QLatin1String(name);
     if (views.contains(view))

@@ -189,9 +189,9 @@ void DesignDatabase::contentsChanged() {
   for (NameIndex *index : {&netsByName, &termsByName, &instsByName}) {
     index->clear();
   }
-  for (OwnerIndex *index :
-       {&termsOfNet, &pinsOfTerm, &instsOfHeader, &instTermsOfInst, &instTermsOfBitNet, &instTermsOfWideNet, &shapesOfLpp, &shapesOfNet,
-        &shapesOfPin, &instsOfPin, &viasOfNet, &viasOfPin, &displaysOfObject, &equivalentNets, &instTermsOfInstTerm}) {
+  for (OwnerIndex *index : {&termsOfNet, &pinsOfTerm, &instsOfHeader, &instTermsOfInst, &instTermsOfBitNet,
+                            &instTermsOfWideNet, &shapesOfLpp, &shapesOfNet, &shapesOfPin, &instsOfPin, &viasOfNet,
+                            &viasOfPin, &displaysOfObject, &equivalentNets, &instTermsOfInstTerm}) {
     index->clear();
   }
   for (BitsIndexes *indexes : {&netBitsIndexes, &termBitsIndexes, &instBitsIndexes}) {
