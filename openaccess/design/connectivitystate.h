@@ -31,7 +31,7 @@ struct ConnectivityState {
   // Explicit connections of each instance, among which implicit ones may stand. Only while nobody needs all of them:
   // see DesignDatabase::instTermsOfInst.
   OwnerRuns instTermRuns;
-  bool areInstTermsInOrder = true; // false: they have no runs
+  bool mayHaveInstTermRuns = true;
   OwnerIndex instTermsByName;      // hash of instance and terminal name -> connections; see connections.h
   // Union of the boxes of all instances, and the masters' boxes (by header row) it was made from.
   bool isRefBoxKnown = false;
@@ -45,7 +45,7 @@ struct ConnectivityState {
     instHeadersByKey.clear();
     subHeadersOfInstHeader.clear();
     instTermRuns.clear();
-    areInstTermsInOrder = true;
+    mayHaveInstTermRuns = true;
     instTermsByName.clear();
     isRefBoxKnown = false;
     masterBoxes.clear();

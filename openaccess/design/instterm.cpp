@@ -144,42 +144,45 @@ bool passesFilter(const CollectionQuestion &question, Row row) {
          ((question.flags & oacInstTermIterSingleBit) == 0 || connections.hasOneBit(row));
 }
 
-// Makes the runs unless the index is there. False when the explicit connections are not in the order of their
-// instances.
-bool hasRuns(DesignDatabase &design) {
-  ConnectivityState &state = design.connectivity;
-  if (state.instTermRuns.isBuilt()) {
-    return true;
-  }
-  if (design.instTermsOfInst.isBuilt() || !state.areInstTermsInOrder) {
-    return false;
-  }
-  const InstTermTable &instTerms = design.instTerms;
+// False when the explicit connections are not in the order of their instances.
+bool buildRuns(const InstTermTable &instTerms, OwnerRuns &runs) {
   const Row rows = instTerms.rowCount();
-  state.instTermRuns.clear();
   Row inst = kNoRow;
-  Row begin = 0;
-  Row end = 0;
-  for (Row row = 0; row < rows && state.areInstTermsInOrder; ++row) {
+  OwnerRuns::Run run = {0, 0};
+  for (Row row = 0; row < rows; ++row) {
     if (!instTerms.isAlive(row) || (instTerms.flags[row] & kInstTermImplicit) != 0) {
       continue;
     }
     if (instTerms.inst[row] != inst) {
-      state.areInstTermsInOrder = inst == kNoRow || state.instTermRuns.append(kInstTable, inst, {begin, end});
+      if (inst != kNoRow && !runs.append(kInstTable, inst, run)) {
+        return false;
+      }
       inst = instTerms.inst[row];
-      begin = row;
+      run.begin = row;
     }
-    end = row + 1;
+    run.end = row + 1;
   }
-  if (inst != kNoRow && state.areInstTermsInOrder) {
-    state.areInstTermsInOrder = state.instTermRuns.append(kInstTable, inst, {begin, end});
+  return inst == kNoRow || runs.append(kInstTable, inst, run);
+}
+
+// Makes the runs unless the index is there.
+bool hasRuns(DesignDatabase &design) {
+  ConnectivityState &state = design.connectivity;
+  OwnerRuns &runs = state.instTermRuns;
+  if (!runs.isBuilt() && state.mayHaveInstTermRuns && !design.instTermsOfInst.isBuilt()) {
+    runs.clear();
+    try {
+      state.mayHaveInstTermRuns = buildRuns(design.instTerms, runs);
+    } catch (const oaException &) {
+      state.mayHaveInstTermRuns = false; // part of the file is damaged; the index asks for less of it
+    }
+    if (state.mayHaveInstTermRuns) {
+      runs.setBuilt();
+    } else {
+      runs.clear();
+    }
   }
-  if (!state.areInstTermsInOrder) {
-    state.instTermRuns.clear();
-    return false;
-  }
-  state.instTermRuns.setBuilt();
-  return true;
+  return runs.isBuilt();
 }
 
 class InstTermsOfInst final : public MembersKind {

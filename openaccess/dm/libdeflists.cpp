@@ -82,9 +82,13 @@ void assign(LibDefMember &member, const LibDefStatement &statement) {
 
 // The file that a path leads to: replacing a symbolic link by a file would part it from those who use its target.
 std::string targetOf(const std::string &path) {
+  constexpr int kMostLinks = 40; // as the kernel follows
+  std::filesystem::path target(path);
   std::error_code error;
-  const std::filesystem::path target = std::filesystem::canonical(path, error);
-  return error ? path : target.string();
+  for (int link = 0; link < kMostLinks && std::filesystem::is_symlink(target, error); ++link) {
+    target = target.parent_path() / std::filesystem::read_symlink(target, error); // also one that leads nowhere yet
+  }
+  return target.string();
 }
 
 void checkWritable(const std::string &path) {

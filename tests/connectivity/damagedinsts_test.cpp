@@ -1,9 +1,11 @@
 // Instances and connections of several bits in files whose contents are not what they should be: a named exception
 // where the wrong row is used, and no crash or endless walk, whatever is done with the rest.
 
+#include "columnfile.h"
 #include "designaccess.h"
 #include "netstest.h"
 
+#include <fstream>
 #include <functional>
 
 using namespace connectivitytest;
@@ -149,4 +151,44 @@ TEST_F(DamagedInstances, WrongRowsAreFoundWhenTheyAreUsed) {
     EXPECT_NE(message.find(c.found), std::string::npos) << message;
     destroyAll();
   }
+}
+
+// What is found of one instance does not depend on the part of the file where another one's connections are.
+TEST_F(DamagedInstances, WhatIsInSoundPartsOfTheFileIsFound) {
+  const oaUInt4 rows = kit::kSegmentRows + 100;
+  oaNet *single = net("n");
+  for (oaUInt4 i = 0; i < rows; ++i) {
+    oaInstTerm::create(single, place(block_, "leaf", "I" + std::to_string(i), oaTransform()), native("A"));
+  }
+  oaInstTerm::create(oaNet::create(block_, native("N[0:1]")), place(block_, "leaf", "W", oaTransform()),
+                     native("A[0:1]")); // its bits have flags
+  design_->save();
+  design_->close();
+  oaString folder;
+  oaLib::find(scalar(libName()))->getFullPath(folder);
+  const std::string file = std::string(folder) + "/cell/layout/layout.oa";
+  std::streamoff place = 0;
+  {
+    kit::MappedFile mapping(file);
+    const unsigned char *begin = mapping.bytes();
+    const kit::ColumnFile columns(file, std::move(mapping));
+    constexpr std::uint16_t kFlagsColumn = 7;
+    const kit::ColumnView flags = columns.column(kit::kInstTermTable, kFlagsColumn, 1);
+    ASSERT_GT(flags.rows, kit::kSegmentRows);
+    place = static_cast<const unsigned char *>(flags.elements) - begin + kit::kSegmentRows;
+  }
+  std::fstream(file, std::ios::in | std::ios::out | std::ios::binary).seekp(place).put('\x40');
+  design_ = open("cell", 'r');
+  block_ = design_->getTopBlock();
+  const auto found = [&](const char *inst) {
+    oaIter<oaInstTerm> instTerms(oaInst::find(block_, scalar(inst))->getInstTerms());
+    int count = 0;
+    while (instTerms.getNext()) {
+      ++count;
+    }
+    return count;
+  };
+  EXPECT_EQ(found("I0"), 1);
+  EXPECT_EQ(found("I1000"), 1);
+  EXPECT_EQ(idRaisedBy([&] { found("W"); }), oaUInt4(oacChecksumMismatch));
 }

@@ -346,6 +346,12 @@ TEST_F(LibDefs, SaveKeepsWhatAnotherProcessAdded) {
   oaLibDef::create(list, named("ours"), "o");
   list->save();
   EXPECT_EQ(readFile(path("t.defs")), "DEFINE a a\nDEFINE ours o\nDEFINE theirs t\nASSIGN theirs libMode readOnly\n");
+  // A link that leads to no file yet stays one.
+  std::filesystem::create_symlink("there.defs", path("link.defs"));
+  oaLibDefList::get(path("link.defs").c_str(), 'w')->save();
+  EXPECT_TRUE(std::filesystem::is_symlink(path("link.defs")));
+  EXPECT_EQ(readFile(path("there.defs")), "");
+  EXPECT_TRUE(std::filesystem::exists(path("there.defs")));
   // Whoever makes a file writes over nothing that was not there; whoever overwrites one does.
   oaLibDefList *made = oaLibDefList::get(path("made.defs").c_str(), 'w');
   writeFile(path("made.defs"), "DEFINE theirs t\n");
