@@ -35,10 +35,11 @@ and written by its save operations. Of a layout, these bring shapes, texts,
 references with their parameters, and vias; nets, pins and properties they do
 not. Of a schematic or symbol they bring wires, ports, labels, drawing, texts,
 placements, and properties, the last as texts; nets and connections are those of
-the original, whatever is drawn. A copy with other connections is told (exit
-code 1), and so is one that "oahost diff" finds different; docs/dump.md lists
-what can be. What TARGETLIB has of the cells below stays as it is there, unless
---replace is given.
+the original, whatever is drawn. Other connections in the copy of a schematic or
+symbol are a problem (exit code 1), other differences that "oahost diff" finds a
+notice; layouts are not compared. docs/dump.md lists what can differ. What
+TARGETLIB has of the cells below stays as it is there, with a notice, unless
+--replace is given; the views of CELL itself must be free.
 
 What the host keeps with a cell, its data and description, goes along.)";
 

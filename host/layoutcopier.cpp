@@ -8,6 +8,7 @@
 #include "oaplugincore.h"
 #include "pluginlayoutwriter.h"
 #include "pluginsession.h"
+#include "schematiccopycheck.h"
 #include "technologycopy.h"
 #include "unitsprobe.h"
 #include "usermessage.h"
@@ -15,6 +16,7 @@
 #include <QHash>
 #include <QSet>
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 #include <set>
@@ -60,7 +62,7 @@ private:
   void chooseCells();
   void requireContent() const;
   void requireKeptCells() const;
-  void requireFreeViews() const;
+  void keepTakenViews();
   void defineVias();
   void writeCell(CellIndex index);
   CellMaster masterOf(CellIndex index) const;
@@ -90,7 +92,7 @@ void LayoutCopier::copy() {
   requireKeptCells();
   request_.makeTarget();
   if (!request_.isReplacing)
-    requireFreeViews();
+    keepTakenViews();
   if (!isInsideOneLibrary())
     defineVias();
   for (const CellIndex index : copied_)
@@ -162,17 +164,26 @@ void LayoutCopier::requireKeptCells() const {
   }
 }
 
-void LayoutCopier::requireFreeViews() const {
+// What is there below the cell may have come with an earlier copy and stays; the cell's own view must be free.
+void LayoutCopier::keepTakenViews() {
   const QStringList present = session_.requireCellNames(request_.targetLib);
   const QSet<QString> cells(present.begin(), present.end());
-  for (const CellIndex index : copied_) {
+  const auto isKept = [&](CellIndex index) {
     const QString cell = targetCell(index);
     const QString &view = origins_[index].view;
-    if (cells.contains(cell) && session_.requireViewNames(request_.targetLib, cell).contains(view)) {
+    if (!cells.contains(cell) || !session_.requireViewNames(request_.targetLib, cell).contains(view))
+      return false;
+    if (index == top_)
       throw HostError(QStringLiteral("library %1 has a cell %2 already, with a view %3; --replace writes over it")
                           .arg(request_.targetLib, cell, view));
-    }
-  }
+    const bool isSame = isSameContent(session_.core().getViewDump(request_.lib, origins_[index].cell, view),
+                                      session_.core().getViewDump(request_.targetLib, cell, view));
+    report_.notice(QStringLiteral("a placed cell is in the library already and stays as it is there%1")
+                       .arg(isSame ? QString() : QStringLiteral(", although its dump is another one")),
+                   targetView(index));
+    return true;
+  };
+  copied_.erase(std::remove_if(copied_.begin(), copied_.end(), isKept), copied_.end());
 }
 
 // Those of the vias in the copied cells.

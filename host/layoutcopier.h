@@ -27,11 +27,12 @@ struct LayoutCopyRequest {
 // places from its own library, masters of custom vias among them; in the copies, these are placed from the target
 // library. Cells of other libraries, and parametric cells, which cannot be written, stay where they are and are placed
 // from there, the latter with their parameters. Vias become the vias that they were; definitions that the target
-// library lacks are made in its technology. Inside one library only the cell itself is copied.
+// library lacks are made in its technology. Inside one library only the cell itself is copied. Below the cell, what the
+// target library has already stays.
 //
-// Throws HostError when the layout cannot be read, and before anything is written when a copy would replace a cell view
-// and that was not asked for, or one that the copies place. What could not be copied is in `report` and in the
-// session's exit code.
+// Throws HostError when the layout cannot be read, and before anything is written when the copy would replace the view
+// of the cell and that was not asked for, or a cell view that the copies place. What could not be copied is in `report`
+// and in the session's exit code.
 void copyLayout(PluginSession &session, const LayoutCopyRequest &request, ImportReport &report);
 
 #endif

@@ -26,17 +26,24 @@ QJsonObject deviceToJson(const NetlistCell &cell, const NetlistDevice &device) {
 
 QJsonObject cellToJson(const NetlistCell &cell) {
   QJsonArray ports;
-  for (const NetlistPort &port : cell.ports)
+  QJsonArray portNets; // which may be called otherwise
+  for (const NetlistPort &port : cell.ports) {
     ports.append(port.name);
+    portNets.append(port.node < 0 ? QJsonValue() : QJsonValue(cell.nodes[port.node]));
+  }
   QJsonArray globals;
   for (const int node : cell.globals)
     globals.append(cell.nodes[node]);
   QJsonArray devices;
   for (const NetlistDevice &device : cell.devices)
     devices.append(deviceToJson(cell, device));
-  return {{QStringLiteral("library"), cell.library}, {QStringLiteral("name"), cell.cell},
-          {QStringLiteral("view"), cell.view},       {QStringLiteral("ports"), ports},
-          {QStringLiteral("globals"), globals},      {QStringLiteral("nets"), QJsonArray::fromStringList(cell.nodes)},
+  return {{QStringLiteral("library"), cell.library},
+          {QStringLiteral("name"), cell.cell},
+          {QStringLiteral("view"), cell.view},
+          {QStringLiteral("ports"), ports},
+          {QStringLiteral("portNets"), portNets},
+          {QStringLiteral("globals"), globals},
+          {QStringLiteral("nets"), QJsonArray::fromStringList(cell.nodes)},
           {QStringLiteral("devices"), devices}};
 }
 

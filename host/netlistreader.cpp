@@ -9,6 +9,7 @@
 #include "usermessage.h"
 
 #include <QHash>
+#include <QMap>
 
 #include <algorithm>
 #include <utility>
@@ -17,8 +18,8 @@ namespace {
 
 const QString kSchematicView = QStringLiteral("schematic");
 
-// Gives the names of all terminals of a view but those of global nets; of a parametric view, those that it has with its
-// default parameters.
+// Gives for all terminals of a view their names, their nets, and whether these are global; of a parametric view, those
+// that it has with its default parameters.
 const char kTerminalScript[] = R"(
 set design [oa::DesignOpen {*}$arguments r]
 if {[oa::isSuperMaster $design]} {
@@ -26,26 +27,35 @@ if {[oa::isSuperMaster $design]} {
   oa::close $design
   set design [oa::DesignOpen {*}$arguments [oa::ParamArray $defaults]]
 }
-set names {}
+set terminals {}
 try {
   set all [oa::getTerms [oa::getTopBlock $design]]
   while {[set terminal [oa::getNext $all]] ne ""} {
-    if {![oa::isGlobal [oa::getNet $terminal]]} {lappend names [oa::getName $terminal]}
+    set net [oa::getNet $terminal]
+    lappend terminals [oa::getName $terminal] [oa::getName $net] [oa::isGlobal $net]
   }
 } finally {
   oa::close $design
 }
-return $names
+return $terminals
 )";
 
-// What the drawing tells of a cell that its netlist does not.
+// A terminal of a view and its net, as wholes, in host syntax.
+struct ViewTerminal {
+  QString name;
+  QString net;
+  bool isOnGlobalNet = false;
+};
+
+// What drawing and terminals tell of a cell that its netlist does not.
 struct Drawing {
   bool isSchematic = false;
   QHash<QString, QString> libraries; // of a placement, by its name and device
   // Bit by bit, in the order of the drawing; of a schematic, then the terminals that are not drawn.
   QStringList ports;
-  QSet<QString> globalPorts; // bit by bit
-  QSet<QString> groundNames; // labels that lie on a ground: their nets are global
+  QSet<QString> globalPorts;            // bit by bit
+  QSet<QString> groundNames;            // labels that lie on a ground: their nets are global
+  QMap<QString, QString> netOfTerminal; // bit by bit
 };
 
 QString placementKey(const QString &name, const QString &device) { return name + QLatin1Char('\n') + device; }
@@ -73,6 +83,126 @@ void orderTerminals(NetlistDevice &device) {
   }
 }
 
+bool hasAll(const QSet<QString> &names, const QStringList &wanted) {
+  return std::all_of(wanted.begin(), wanted.end(), [&](const QString &name) { return names.contains(name); });
+}
+
+bool isAllShown(const NetlistCell &cell, const std::vector<int> &externals, const QSet<QString> &shown) {
+  return std::all_of(externals.begin(), externals.end(), [&](int node) { return shown.contains(cell.nodes[node]); });
+}
+
+// The ports of a cell: terminals on the nodes of their nets.
+class PortFinder {
+public:
+  PortFinder(NetlistCell &cell, const Drawing &drawing, const std::vector<int> &externals, ImportReport &report);
+  void find();
+
+private:
+  void addOfSymbol();
+  void addOfDrawing();
+  void addRest();
+  void addPort(const QString &name, int node);
+  void problem(const char *what, const char *kind, const QString &name);
+  // The node that leads outside by a terminal, or by a global net of that name; -1 when there is none.
+  int externalNodeOf(const QString &terminal) const;
+
+  NetlistCell &cell_;
+  const Drawing &drawing_;
+  const std::vector<int> &externals_;
+  const QSet<int> outside_;
+  ImportReport &report_;
+  QHash<QString, int> nodes_;
+  QHash<int, QString> terminals_; // by node: the first that is on it
+  QSet<int> taken_;
+};
+
+PortFinder::PortFinder(NetlistCell &cell, const Drawing &drawing, const std::vector<int> &externals,
+                       ImportReport &report)
+    : cell_(cell), drawing_(drawing), externals_(externals), outside_(externals.begin(), externals.end()),
+      report_(report) {
+  for (int node = 0; node < cell.nodes.size(); ++node)
+    nodes_.insert(cell.nodes[node], node);
+  for (auto terminal = drawing.netOfTerminal.constBegin(); terminal != drawing.netOfTerminal.constEnd(); ++terminal) {
+    const int node = nodes_.value(terminal.value(), -1);
+    if (!terminals_.contains(node))
+      terminals_.insert(node, terminal.key());
+  }
+}
+
+void PortFinder::find() {
+  if (cell_.symbol != nullptr)
+    addOfSymbol();
+  addOfDrawing();
+  addRest();
+}
+
+int PortFinder::externalNodeOf(const QString &terminal) const {
+  const auto net = drawing_.netOfTerminal.constFind(terminal);
+  const bool isTerminal = net != drawing_.netOfTerminal.constEnd();
+  const int node = nodes_.value(isTerminal ? *net : terminal, -1);
+  const bool isOfOther = !isTerminal && terminals_.contains(node);
+  return outside_.contains(node) && !isOfOther ? node : -1;
+}
+
+// A second port on a node has none, since a subcircuit cannot say that two of its ports are one.
+void PortFinder::addPort(const QString &name, int node) {
+  const bool isShared = node >= 0 && taken_.contains(node);
+  if (isShared)
+    problem("two terminals are on one net, which a netlist cannot say: the second one is open", "terminal", name);
+  cell_.ports.push_back({name, isShared ? -1 : node});
+  taken_.insert(node);
+}
+
+void PortFinder::problem(const char *what, const char *kind, const QString &name) {
+  report_.problem(QString::fromLatin1(what), QStringLiteral("%1, %2 %3").arg(cell_.path(), QLatin1String(kind), name));
+}
+
+void PortFinder::addOfSymbol() {
+  for (const QString &terminal : cell_.symbol->terminals) {
+    int node = externalNodeOf(terminal);
+    if (node < 0) {
+      problem("a terminal of the symbol is no port of the schematic", "terminal", terminal);
+      const int inner = nodes_.value(terminal, -1);
+      node = terminals_.contains(inner) ? -1 : inner;
+    }
+    addPort(terminal, node);
+  }
+  for (const QString &name : cell_.symbol->extraNames()) {
+    if (nodes_.contains(name) && !taken_.contains(nodes_.value(name)))
+      addPort(name, nodes_.value(name));
+  }
+}
+
+// A port may be drawn more than once.
+void PortFinder::addOfDrawing() {
+  QSet<QString> seen = drawing_.globalPorts;
+  for (const QString &name : drawing_.ports) {
+    if (seen.contains(name))
+      continue;
+    seen.insert(name);
+    const int node = externalNodeOf(name);
+    if (cell_.symbol == nullptr) {
+      if (node < 0)
+        problem("the net of a port cannot be found, the port is open", "port", name);
+      addPort(name, node);
+    } else if (node >= 0 && !taken_.contains(node)) {
+      problem("a port of the schematic is no terminal of the symbol", "port", name);
+      taken_.insert(node);
+    }
+  }
+}
+
+void PortFinder::addRest() {
+  for (const int node : externals_) {
+    if (taken_.contains(node))
+      continue;
+    if (cell_.symbol == nullptr && !drawing_.isSchematic)
+      addPort(terminals_.value(node, cell_.nodes[node]), node);
+    else
+      cell_.globals.push_back(node);
+  }
+}
+
 class NetlistBuilder {
 public:
   NetlistBuilder(PluginSession &session, ImportReport &report) : session_(session), report_(report) {}
@@ -90,14 +220,12 @@ private:
   void begin(int index);
   void visit(OpenCell &open);
   Drawing readDrawing(const NetlistCell &cell, const QString &viewType);
-  void addUndrawnPorts(const NetlistCell &cell, const std::vector<int> &externals, Drawing &drawing);
+  void addTerminals(const NetlistCell &cell, const std::vector<int> &externals, Drawing &drawing);
   void findMaster(const NetlistCell &cell, const Drawing &drawing, NetlistDevice &device);
   bool hasSchematic(const QString &lib, const QString &cell);
   const NetlistSymbol *symbolOf(const QString &lib, const QString &device);
   void addUndrawnTerminals(const QString &lib, const QString &device, QSet<QString> shown, NetlistSymbol &symbol);
-  QStringList undrawnTerminals(const NetlistCell &view, const std::vector<int> &externals, const QSet<QString> &shown);
-  QStringList terminalNames(const NetlistCell &view);
-  void findPorts(NetlistCell &cell, const Drawing &drawing, const std::vector<int> &externals);
+  std::vector<ViewTerminal> terminalsOf(const NetlistCell &view);
 
   PluginSession &session_;
   ImportReport &report_;
@@ -170,10 +298,10 @@ void NetlistBuilder::begin(int index) {
   cell.symbol = symbolOf(cell.library, cell.cell);
   if (!isUnreadable) {
     Drawing drawing = readDrawing(cell, viewType);
-    addUndrawnPorts(cell, receiver.externals(), drawing);
+    addTerminals(cell, receiver.externals(), drawing);
     for (NetlistDevice &device : cell.devices)
       findMaster(cell, drawing, device);
-    findPorts(cell, drawing, receiver.externals());
+    PortFinder(cell, drawing, receiver.externals(), report_).find();
   } else if (cell.symbol != nullptr) {
     // What calls it can still be printed.
     for (const QString &terminal : cell.symbol->terminals)
@@ -218,16 +346,31 @@ Drawing NetlistBuilder::readDrawing(const NetlistCell &cell, const QString &view
   return drawing;
 }
 
-void NetlistBuilder::addUndrawnPorts(const NetlistCell &cell, const std::vector<int> &externals, Drawing &drawing) {
-  if (!drawing.isSchematic)
-    return;
+// A terminal may have another name than its net. When the terminals cannot be asked for, as in a kit without Tcl, they
+// are taken to have that of their net.
+void NetlistBuilder::addTerminals(const NetlistCell &cell, const std::vector<int> &externals, Drawing &drawing) {
   QSet<QString> shown = drawing.globalPorts + drawing.groundNames;
   for (const QString &port : qAsConst(drawing.ports))
     shown.insert(port);
   for (const QString &terminal : cell.symbol != nullptr ? cell.symbol->terminals : QStringList())
     shown.insert(terminal);
-  for (const QString &terminal : undrawnTerminals(cell, externals, shown))
-    drawing.ports += bitNamesOf(terminal);
+  std::vector<ViewTerminal> terminals;
+  session_.setReportsIgnored(true);
+  try {
+    terminals = terminalsOf(cell);
+  } catch (const HostError &error) {
+    if (!isAllShown(cell, externals, shown))
+      report_.problem(error.message(), cell.path());
+  }
+  session_.setReportsIgnored(false);
+  for (const ViewTerminal &terminal : terminals) {
+    const QStringList bits = bitNamesOf(terminal.name);
+    const QStringList nets = bitNamesOf(terminal.net);
+    for (int i = 0; i < bits.size() && i < nets.size(); ++i)
+      drawing.netOfTerminal.insert(bits[i], nets[i]);
+    if (drawing.isSchematic && !terminal.isOnGlobalNet && !hasAll(shown, bits))
+      drawing.ports += bits;
+  }
 }
 
 void NetlistBuilder::findMaster(const NetlistCell &cell, const Drawing &drawing, NetlistDevice &device) {
@@ -256,37 +399,19 @@ bool NetlistBuilder::hasSchematic(const QString &lib, const QString &cell) {
   return isThere;
 }
 
-// The terminals of a view that are on no global net, as wholes, in host syntax.
-QStringList NetlistBuilder::terminalNames(const NetlistCell &view) {
-  try {
-    QStringList names = runTclScript(session_, kTerminalScript, {view.library, view.cell, view.view},
-                                     QStringLiteral("the terminals of %1 cannot be read").arg(view.path()));
-    for (QString &name : names)
-      name.replace(QLatin1Char('['), QLatin1Char('<')).replace(QLatin1Char(']'), QLatin1Char('>'));
-    return names;
-  } catch (const HostError &error) {
-    report_.problem(error.message(), view.path());
-    return {};
-  }
+std::vector<ViewTerminal> NetlistBuilder::terminalsOf(const NetlistCell &view) {
+  QStringList texts = runTclScript(session_, kTerminalScript, {view.library, view.cell, view.view},
+                                   QStringLiteral("the terminals of %1 cannot be read").arg(view.path()));
+  for (QString &text : texts)
+    text.replace(QLatin1Char('['), QLatin1Char('<')).replace(QLatin1Char(']'), QLatin1Char('>'));
+  std::vector<ViewTerminal> terminals;
+  for (int i = 0; i + 2 < texts.size(); i += 3)
+    terminals.push_back({texts[i], texts[i + 1], texts[i + 2] != QLatin1String("0")});
+  return terminals;
 }
 
-// The terminals that a drawing does not show, as wholes. It shows those whose ports are rectangles, and global nets;
+// Terminals that the drawing of the symbol does not show. It shows those whose ports are rectangles, and global nets;
 // these are `shown`, bit by bit. There are others only when more nets lead outside, which may again be global ones.
-QStringList NetlistBuilder::undrawnTerminals(const NetlistCell &view, const std::vector<int> &externals,
-                                             const QSet<QString> &shown) {
-  const bool isComplete =
-      std::all_of(externals.begin(), externals.end(), [&](int node) { return shown.contains(view.nodes[node]); });
-  QStringList undrawn;
-  if (isComplete)
-    return undrawn;
-  for (const QString &terminal : terminalNames(view)) {
-    const QStringList bits = bitNamesOf(terminal);
-    if (!std::all_of(bits.begin(), bits.end(), [&](const QString &bit) { return shown.contains(bit); }))
-      undrawn.append(terminal);
-  }
-  return undrawn;
-}
-
 void NetlistBuilder::addUndrawnTerminals(const QString &lib, const QString &device, QSet<QString> shown,
                                          NetlistSymbol &symbol) {
   const DeviceName name = splitDevice(device);
@@ -300,13 +425,22 @@ void NetlistBuilder::addUndrawnTerminals(const QString &lib, const QString &devi
   session_.core().loadNetlist(lib, name.cell, name.view);
   session_.synchronise();
   session_.setReportsIgnored(false);
-  for (const QString &terminal : undrawnTerminals(view, receiver.externals(), shown)) {
-    symbol.pins.append(terminal);
-    for (const QString &bit : bitNamesOf(terminal)) {
-      if (!shown.contains(bit))
-        symbol.terminals.append(bit);
-      shown.insert(bit);
+  if (isAllShown(view, receiver.externals(), shown))
+    return;
+  try {
+    for (const ViewTerminal &terminal : terminalsOf(view)) {
+      const QStringList bits = bitNamesOf(terminal.name);
+      if (terminal.isOnGlobalNet || hasAll(shown, bits))
+        continue;
+      symbol.pins.append(terminal.name);
+      for (const QString &bit : bits) {
+        if (!shown.contains(bit))
+          symbol.terminals.append(bit);
+        shown.insert(bit);
+      }
     }
+  } catch (const HostError &error) {
+    report_.problem(error.message(), view.path());
   }
 }
 
@@ -344,54 +478,6 @@ const NetlistSymbol *NetlistBuilder::symbolOf(const QString &lib, const QString 
     return nullptr;
   }
   return &netlist_.symbols.emplace(key, std::move(symbol)).first->second;
-}
-
-void NetlistBuilder::findPorts(NetlistCell &cell, const Drawing &drawing, const std::vector<int> &externals) {
-  QHash<QString, int> nodes;
-  for (int node = 0; node < cell.nodes.size(); ++node)
-    nodes.insert(cell.nodes[node], node);
-  const QSet<int> outside(externals.begin(), externals.end());
-  QSet<int> taken;
-  const auto addPort = [&](const QString &name, int node) {
-    cell.ports.push_back({name, node});
-    taken.insert(node);
-  };
-  if (cell.symbol != nullptr) {
-    for (const QString &terminal : cell.symbol->terminals) {
-      const int node = nodes.value(terminal, -1);
-      if (!outside.contains(node))
-        report_.problem(QStringLiteral("a terminal of the symbol is no port of the schematic"),
-                        cell.path() + QStringLiteral(", terminal ") + terminal);
-      addPort(terminal, node);
-    }
-    for (const QString &name : cell.symbol->extraNames()) {
-      if (nodes.contains(name) && !taken.contains(nodes.value(name)))
-        addPort(name, nodes.value(name));
-    }
-  }
-  QSet<QString> shown;
-  for (const QString &name : drawing.ports) {
-    if (drawing.globalPorts.contains(name))
-      continue;
-    shown.insert(name);
-    const int node = nodes.value(name, -1);
-    if (cell.symbol == nullptr && outside.contains(node) && !taken.contains(node))
-      addPort(name, node);
-  }
-  for (const int node : externals) {
-    if (taken.contains(node))
-      continue;
-    const QString &name = cell.nodes[node];
-    const bool isShown = shown.contains(name);
-    if (cell.symbol != nullptr && isShown) {
-      report_.problem(QStringLiteral("a port of the schematic is no terminal of the symbol"),
-                      cell.path() + QStringLiteral(", port ") + name);
-    } else if (cell.symbol == nullptr && !drawing.isSchematic) {
-      addPort(name, node);
-    } else {
-      cell.globals.push_back(node);
-    }
-  }
 }
 
 } // namespace

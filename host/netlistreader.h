@@ -40,7 +40,7 @@ private:
 //
 // Where a node leads outside, the symbol of the cell says whether it is a port: one of its terminals is; anything else
 // is global. A cell without a symbol has the terminals of its schematic as ports; in views of other types every
-// external node is a port.
+// external node is a port. A port has the name of its terminal, whatever the terminal's net is called.
 Netlist readNetlist(PluginSession &session, const QString &lib, const QString &cell, const QString &view,
                     ImportReport &report, const std::function<void(qint64)> &progress);
 

@@ -291,7 +291,7 @@ void SchematicCopier::copySymbol(const CellView &symbol) {
     report_.notice(QStringLiteral("a parametric symbol is copied as it looks with its default parameters"), where);
   placeFromTarget(model);
   const SchematicFacts facts = readSchematicFacts(session_, request_.lib, symbol.cell, symbol.view);
-  completeShapes(model, facts);
+  completeModel(model, facts);
   if (writeSymbol(session_, request_.targetLib, targetCell(symbol.cell), symbol.view, model,
                   planKnownNets(model, facts), report_))
     checkCopy(symbol, facts);
@@ -299,7 +299,7 @@ void SchematicCopier::copySymbol(const CellView &symbol) {
 
 void SchematicCopier::copySchematic(Schematic &schematic) {
   const SchematicFacts facts = readSchematicFacts(session_, request_.lib, schematic.cell, request_.view);
-  completeShapes(schematic.model, facts);
+  completeModel(schematic.model, facts);
   tellParameters(schematic, facts);
   placeFromTarget(schematic.model);
   tellMissingSymbols(schematic);

@@ -16,9 +16,10 @@
 
 namespace {
 
-// Gives eight lists: nets, terminals, nets of wires, of dots and of grounds, which rectangles are of the instance
-// layer, which texts are evaluated, placements with parameters. What is sent as a wire, dot, ground, rectangle or text
-// is as openSchematic() has it for a host without a limit on layers.
+// Gives nine lists: nets, terminals, nets of wires, of dots and of grounds, which rectangles are of the instance layer,
+// which texts are evaluated, ranges of placements (none or two numbers each), placements with parameters. What is sent
+// as a wire, dot, ground, rectangle, text or placement is as openSchematic() has it for a host without a limit on
+// layers.
 const char kScript[] = R"(
 set design [oa::DesignOpen {*}$arguments r]
 if {[oa::isSuperMaster $design]} {
@@ -33,6 +34,7 @@ set dots {}
 set grounds {}
 set instances {}
 set evaluated {}
+set ranges {}
 set parametric {}
 try {
   set block [oa::getTopBlock $design]
@@ -73,6 +75,14 @@ try {
       lappend wires $name [expr {$net eq "" ? "" : [oa::getType $net]}]
     }
   }
+  set all [oa::getInsts $block]
+  while {[set inst [oa::getNext $all]] ne ""} {
+    switch [oa::getType $inst] {
+      VectorInst {lappend ranges [list [oa::getStart $inst] [oa::getStop $inst]]}
+      VectorInstBit {lappend ranges [list [oa::getBitIndex $inst] [oa::getBitIndex $inst]]}
+      default {lappend ranges {}}
+    }
+  }
   set headers [oa::getInstHeaders $block]
   while {[set header [oa::getNext $headers]] ne ""} {
     if {![oa::isSubHeader $header]} continue
@@ -84,7 +94,7 @@ try {
 } finally {
   oa::close $design
 }
-return [list $nets $terminals $wires $dots $grounds $instances $evaluated $parametric]
+return [list $nets $terminals $wires $dots $grounds $instances $evaluated $ranges $parametric]
 )";
 
 // A list of names as the database writes them.
@@ -100,6 +110,19 @@ std::vector<bool> flagsOf(const QString &list) {
   for (const QString &flag : elementsOf(list))
     flags.push_back(flag != QLatin1String("0"));
   return flags;
+}
+
+std::vector<std::optional<SchematicFacts::Iteration>> iterationsOf(const QString &list) {
+  std::vector<std::optional<SchematicFacts::Iteration>> iterations;
+  for (const QString &range : elementsOf(list)) {
+    const QStringList ends = range.split(QLatin1Char(' '));
+    if (ends.size() == 2)
+      iterations.push_back(
+          SchematicFacts::Iteration{static_cast<int>(ends[0].toUInt()), static_cast<int>(ends[1].toUInt())});
+    else
+      iterations.push_back(std::nullopt);
+  }
+  return iterations;
 }
 
 bool isText(const SchematicShape &shape) {
@@ -148,14 +171,14 @@ SchematicFacts readSchematicFacts(PluginSession &session, const QString &lib, co
   const QStringList lists =
       runTclScript(session, kScript, {lib, cell, view},
                    QStringLiteral("the nets of %1 cannot be read").arg(cellViewName(lib, cell, view)));
-  if (lists.size() != 8)
+  if (lists.size() != 9)
     throw HostError(QStringLiteral("the nets of %1 cannot be read").arg(cellViewName(lib, cell, view)));
   SchematicFacts facts;
   const QStringList nets = namesOf(lists[0]);
   for (int i = 0; i + 2 < nets.size(); i += 3)
     facts.nets.push_back({nets[i],
                           nets[i + 1] != QLatin1String("ScalarNet") && nets[i + 1] != QLatin1String("BusNetBit"),
-                          nets[i + 2] != QLatin1String("0")});
+                          nets[i + 1] == QLatin1String("BusNetBit"), nets[i + 2] != QLatin1String("0")});
   const QStringList terminals = namesOf(lists[1]);
   for (int i = 0; i + 1 < terminals.size(); i += 2)
     facts.terminals.push_back({terminals[i], terminals[i + 1]});
@@ -166,12 +189,13 @@ SchematicFacts readSchematicFacts(PluginSession &session, const QString &lib, co
   facts.grounds = namesOf(lists[4]);
   facts.isOnInstanceLayer = flagsOf(lists[5]);
   facts.isEvaluated = flagsOf(lists[6]);
-  facts.parametric = namesOf(lists[7]);
+  facts.iterations = iterationsOf(lists[7]);
+  facts.parametric = namesOf(lists[8]);
   facts.netlist = readViewNetlist(session, lib, cell, view);
   return facts;
 }
 
-void completeShapes(SchematicModel &model, const SchematicFacts &facts) {
+void completeModel(SchematicModel &model, const SchematicFacts &facts) {
   using Kind = SchematicShape::Kind;
   std::vector<SchematicShape *> rectangles;
   std::vector<SchematicShape *> texts;
@@ -181,7 +205,7 @@ void completeShapes(SchematicModel &model, const SchematicFacts &facts) {
     else if (isText(shape))
       texts.push_back(&shape);
   }
-  // A shape that cannot be read is told by the reader.
+  // A shape or placement that cannot be read is told by the reader.
   if (rectangles.size() == facts.isOnInstanceLayer.size()) {
     for (std::size_t i = 0; i < rectangles.size(); ++i) {
       if (facts.isOnInstanceLayer[i])
@@ -191,5 +215,14 @@ void completeShapes(SchematicModel &model, const SchematicFacts &facts) {
   if (texts.size() == facts.isEvaluated.size()) {
     for (std::size_t i = 0; i < texts.size(); ++i)
       texts[i]->kind = facts.isEvaluated[i] ? Kind::EvalText : Kind::Text;
+  }
+  if (model.placements.size() == facts.iterations.size()) {
+    for (std::size_t i = 0; i < model.placements.size(); ++i) {
+      SchematicPlacement &placement = model.placements[i];
+      const std::optional<SchematicFacts::Iteration> &iteration = facts.iterations[i];
+      placement.isVector = iteration.has_value();
+      placement.start = iteration ? iteration->start : 0;
+      placement.stop = iteration ? iteration->stop : 0;
+    }
   }
 }

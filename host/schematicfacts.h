@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
 #include <vector>
 
 class PluginSession;
@@ -34,6 +35,7 @@ struct SchematicFacts {
   struct Net {
     QString name;
     bool isBundle = false; // or a bus; a bundle can be of one bit
+    bool isBit = false;    // of a bus, and no scalar of such a name
     bool isGlobal = false;
   };
   struct Terminal {
@@ -52,6 +54,13 @@ struct SchematicFacts {
   QStringList dots, grounds;
   // Of each rectangle and each text that is drawn, in its order.
   std::vector<bool> isOnInstanceLayer, isEvaluated;
+  // Of a placement that is iterated or a bit of an iterated one, its range: the signals tell only that of one with
+  // several bits, and for placements that share a name, that of the first.
+  struct Iteration {
+    int start = 0;
+    int stop = 0;
+  };
+  std::vector<std::optional<Iteration>> iterations; // of each placement, in order
   // Placements that set parameters.
   QStringList parametric;
 };
@@ -60,8 +69,8 @@ struct SchematicFacts {
 // cannot be read.
 SchematicFacts readSchematicFacts(PluginSession &session, const QString &lib, const QString &cell, const QString &view);
 
-// Tells a model that was read from the same view which of its texts are evaluated; and its rectangles of the instance
-// layer, in their colours, as saveRect() takes that.
-void completeShapes(SchematicModel &model, const SchematicFacts &facts);
+// Tells a model that was read from the same view which of its texts are evaluated; its rectangles of the instance
+// layer, in their colours, as saveRect() takes that; and the ranges of its placements.
+void completeModel(SchematicModel &model, const SchematicFacts &facts);
 
 #endif

@@ -142,8 +142,10 @@ public:
 
 private:
   void findTerminals();
+  void tellExchangedTerminals();
+  QSet<QString> wideBits() const;
   void addNets();
-  void addNet(const QString &name, bool isGlobal);
+  void addNet(const SchematicFacts::Net &net);
   void addWires();
   void addConnections(const SchematicPlacement &placement);
   bool isFitting(std::size_t found, std::size_t drawn, const char *what);
@@ -171,11 +173,15 @@ NetPlan KnownNets::plan() {
 }
 
 void KnownNets::findTerminals() {
+  const bool isAnyRenamed =
+      std::any_of(facts_.terminals.begin(), facts_.terminals.end(),
+                  [](const SchematicFacts::Terminal &terminal) { return terminal.name != terminal.net; });
+  const QSet<QString> wide = isAnyRenamed ? wideBits() : QSet<QString>();
   for (const SchematicFacts::Terminal &terminal : facts_.terminals) {
     terminals_.insert(terminal.name);
-    // A name that another net has would short the two.
+    // A name that another net has would short the two, and a bundle or bus would keep the old name of its bit.
     if (!facts_.netlist.isExternal.contains(terminal.name) && !newNames_.contains(terminal.net) &&
-        bitsOfName(terminal.name) == 1 && bitsOfName(terminal.net) == 1)
+        !wide.contains(terminal.net) && bitsOfName(terminal.name) == 1 && bitsOfName(terminal.net) == 1)
       newNames_.insert(terminal.net, terminal.name);
   }
   // That of its own name comes first.
@@ -183,6 +189,38 @@ void KnownNets::findTerminals() {
     if (terminal.name == terminal.net)
       newNames_.remove(terminal.net);
   }
+  tellExchangedTerminals();
+}
+
+// In the copy, a terminal is on the net of its name. That of a new net, or of none, shows in the netlist.
+void KnownNets::tellExchangedTerminals() {
+  for (const SchematicFacts::Terminal &terminal : facts_.terminals) {
+    if (terminal.name == terminal.net)
+      continue;
+    const QStringList bits = bitNamesOf(terminal.name);
+    const QStringList nets = bitNamesOf(terminal.net);
+    for (int i = 0; i < std::min(bits.size(), nets.size()); ++i) {
+      if (bits[i] == nameOf(nets[i]) || !facts_.netlist.isExternal.contains(bits[i]))
+        continue;
+      plan_.problems.push_back({QStringLiteral("a terminal is not kept on its net, since another net has its name"),
+                                QStringLiteral("terminal %1 on net %2").arg(bits[i], nets[i])});
+      break;
+    }
+  }
+}
+
+// Bits of bundles and buses under other names than that of the whole.
+QSet<QString> KnownNets::wideBits() const {
+  QSet<QString> wide;
+  for (const SchematicFacts::Net &net : facts_.nets) {
+    if (!net.isBundle)
+      continue;
+    for (const QString &bit : bitNamesOf(net.name)) {
+      if (bit != net.name)
+        wide.insert(bit);
+    }
+  }
+  return wide;
 }
 
 void KnownNets::addNets() {
@@ -194,7 +232,7 @@ void KnownNets::addNets() {
   for (const SchematicFacts::Net &net : facts_.nets) {
     const QString &name = nameOf(net.name);
     if (!net.isBundle && !kinds_.contains(name))
-      addNet(name, net.isGlobal && !shownGlobals.contains(name));
+      addNet({name, false, net.isBit, net.isGlobal && !shownGlobals.contains(name)});
   }
   // Bits that are only there as part of a bus get a net of their own when something is on just them.
   QStringList used = plan_.dots + plan_.grounds;
@@ -204,12 +242,12 @@ void KnownNets::addNets() {
   }
   for (const QString &name : used) {
     if (!name.isEmpty() && bitsOfName(name) == 1 && !kinds_.contains(name))
-      addNet(name, false);
+      addNet({name});
   }
   for (const SchematicPort &port : model_.ports) {
     const QString &name = port.isGlobal ? nameOf(port.name) : port.name;
     if (bitsOfName(name) == 1 && !kinds_.contains(name))
-      addNet(name, false);
+      addNet({name});
   }
 }
 
@@ -231,16 +269,18 @@ void KnownNets::addWires() {
   }
 }
 
-void KnownNets::addNet(const QString &name, bool isGlobal) {
+void KnownNets::addNet(const SchematicFacts::Net &net) {
   using Kind = NetPlan::Kind;
-  const bool hasTerminal = terminals_.contains(name);
-  const Kind kind = hasTerminal ? (isGlobal ? Kind::GlobalWithTerminal : Kind::WithTerminal)
-                                : (isGlobal ? Kind::GlobalAlone : Kind::Plain);
-  plan_.nets.push_back({name, kind});
-  kinds_.insert(name, kind);
+  Kind kind = Kind::Plain;
+  if (terminals_.contains(net.name))
+    kind = net.isGlobal ? Kind::GlobalWithTerminal : Kind::WithTerminal;
+  else if (net.isGlobal && !net.isBit) // of a bit, saveGlobalPort() would make a scalar of that name
+    kind = Kind::GlobalAlone;
+  plan_.nets.push_back({net.name, kind});
+  kinds_.insert(net.name, kind);
 }
 
-// The signals tell connections of several bits and those of iterated placements, the netlist all others.
+// The signals tell connections of several bits and those of placements of several bits, the netlist all others.
 void KnownNets::addConnections(const SchematicPlacement &placement) {
   std::vector<NetPlan::Connection> connections;
   QSet<QString> connected; // bit by bit
@@ -249,14 +289,19 @@ void KnownNets::addConnections(const SchematicPlacement &placement) {
     const QStringList bits = bitNamesOf(terminal);
     connected += QSet<QString>(bits.begin(), bits.end());
   }
-  const int number = placement.isVector ? -1 : facts_.netlist.deviceNumber.value(placement.name, -1);
+  int number = -1;
+  if (!placement.isVector)
+    number = facts_.netlist.deviceNumber.value(placement.name, -1);
+  else if (placement.bits() == 1)
+    number = facts_.netlist.deviceNumber.value(QStringLiteral("%1<%2>").arg(placement.name).arg(placement.start), -1);
   if (number >= 0) {
     for (const auto &[terminal, net] : facts_.netlist.devices[static_cast<std::size_t>(number)].connections) {
       if (net.isEmpty() || connected.contains(terminal))
         continue;
       const QString &name = nameOf(net);
       const auto kind = kinds_.constFind(name);
-      connections.push_back({terminal, name, kind == kinds_.constEnd() || *kind == NetPlan::Kind::GlobalAlone});
+      const bool isNumbered = kind != kinds_.constEnd() && *kind != NetPlan::Kind::GlobalAlone;
+      connections.push_back({terminal, name, placement.isVector || !isNumbered});
     }
   }
   plan_.connections.push_back(std::move(connections));

@@ -28,7 +28,7 @@ struct NetPlan {
   struct Connection {
     QString terminal;
     QString net;
-    bool isByName = false; // of several bits, or to a net without a number
+    bool isByName = false; // of several bits or of an iterated placement, or to a net without a number
   };
   struct Wire {
     QString net;

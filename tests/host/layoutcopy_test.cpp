@@ -298,6 +298,31 @@ TEST_F(LayoutCopyCommand, CellsThatAreBelowAreNotWrittenOver) {
   }
 }
 
+// Cells that share others can go to one library.
+TEST_F(LayoutCopyCommand, CellsBelowThatAreThereStay) {
+  ASSERT_EQ(run("copy source top layout --to first --path " + host().path("first")).exitCode, 0);
+  saveAndClose(makeLibrary("shared", host().path("shared")));
+  ASSERT_EQ(run("copy first top shared earlier").exitCode, 0);
+  oaDesign *drawn = open("shared", "drawn", "layout", 'a');
+  oaRect::create(drawn->getTopBlock(), 31, 0, oaBox(0, 0, 1, 1));
+  drawn->save();
+  drawn->close();
+  const QByteArray before = run("dump shared drawn layout").output;
+  HostResult copied = run("copy first top shared");
+  EXPECT_EQ(copied.exitCode, 0) << copied.errors;
+  const std::string kept = "a placed cell is in the library already and stays as it is there";
+  EXPECT_THAT(copied.errors, HasSubstr("2 times: " + kept + " (first: shared/leaf/"));
+  EXPECT_THAT(copied.errors, HasSubstr(kept + ", although its dump is another one (shared/drawn/layout)"));
+  EXPECT_EQ(run("dump shared drawn layout").output, before);
+  EXPECT_EQ(run("views shared top").output, "layout\n");
+  copied = run("copy first top shared");
+  EXPECT_EQ(copied.exitCode, 1);
+  EXPECT_THAT(copied.errors, HasSubstr("library shared has a cell top already"));
+  EXPECT_THAT(copied.errors, testing::Not(HasSubstr(kept)));
+  EXPECT_EQ(run("copy first top shared --replace").exitCode, 0);
+  EXPECT_EQ(run("diff first drawn layout shared drawn layout").output, "");
+}
+
 TEST_F(LayoutCopyCommand, WhatCannotBeReadReplacesNothing) {
   ASSERT_EQ(run("copy source leaf layout broken --to kept --path " + host().path("kept")).exitCode, 0);
   const QByteArray before = run("dump kept broken layout").output;

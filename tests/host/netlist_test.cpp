@@ -101,6 +101,7 @@ TEST_F(NetlistCommand, JsonHasTheSameNetlist) {
   EXPECT_EQ(netlist["top"], "jlogic/inv/schematic");
   const QJsonObject cell = netlist["cells"].toArray().first().toObject();
   EXPECT_EQ(cell["ports"], (QJsonArray{"A", "Y"}));
+  EXPECT_EQ(cell["portNets"], (QJsonArray{"A", "Y"}));
   EXPECT_EQ(cell["globals"], (QJsonArray{"VSS"}));
   EXPECT_EQ(cell["nets"], (QJsonArray{"A", "Y", "VSS", "inner", "N1/S", "N2/S"}));
   const QJsonObject device = cell["devices"].toArray().last().toObject();
@@ -194,6 +195,53 @@ TEST_F(NetlistCommand, TerminalsAreThoseOfTheSymbolHoweverDrawn) {
     EXPECT_THAT(result.output.toStdString(), HasSubstr(subcircuit));
   }
   EXPECT_THAT(host().run("netlist shapes top").output.toStdString(), HasSubstr(".subckt top A\nx1 A A out buf\n"));
+}
+
+// Ports have the names of terminals, whatever their nets are called; these need not be drawn.
+TEST_F(NetlistCommand, TerminalsOfOtherNamesThanTheirNets) {
+  createLib("named");
+  saveSymbol("named", "dev", {"P", "N"});
+  for (const char *cell : {"plain", "exchanged"})
+    saveSymbol("named", cell, {"T1", "T2"});
+  host().write("named.tcl", R"(foreach {cell nets} {plain {T1 a T2 w[1]} exchanged {T1 T2 T2 T1}
+    bare {T1 a T2 T3} bus {T[0:1] d[1:0]} shared {P a Q a}} {
+  set design [oa::DesignOpen named $cell schematic [oa::ViewTypeGet schematic] w]
+  set block [oa::BlockCreate $design]
+  set inst [oa::ScalarInstCreate $block named dev symbol D1 [oa::Transform [oa::Point 0 0] R0]]
+  foreach {terminal name} $nets pin {P N} {
+    if {$terminal eq ""} break
+    if {[set net [oa::NetFind $block $name]] eq ""} {set net [oa::NetCreate $block $name]}
+    set port [oa::TermCreate $net $terminal]
+    oa::addToPin [oa::RectCreate $block 229 4294967290 [oa::Box 0 0 16 16]] [oa::PinCreate $port]
+    if {$cell eq "bus"} {set net [oa::BusNetBitCreate $block d 1]}
+    if {$pin eq "P"} {oa::InstTermCreate $net $inst P}
+  }
+  oa::save $design
+  oa::close $design
+}
+)");
+  const HostResult made = host().run("tcl named.tcl");
+  ASSERT_EQ(made.exitCode, 0) << made.errors;
+  const struct {
+    const char *cell, *body, *told;
+  } cases[] = {
+      {"plain", ".subckt plain T1 T2\nXD1 T1 D1/N dev\n", ""},
+      {"exchanged", ".subckt exchanged T1 T2\nXD1 T1 D1/N dev\n", ""},
+      {"bare", ".subckt bare T1 T2\nXD1 T1 D1/N dev\n", ""},
+      {"bus", ".subckt bus T[0] T[1]\nXD1 T[0] D1/N dev\n", ""},
+      {"shared", ".subckt shared P Q\nXD1 P D1/N dev\n", "two terminals are on one net, which a netlist cannot say"},
+  };
+  for (const auto &c : cases) {
+    SCOPED_TRACE(c.cell);
+    const HostResult result = host().run({"netlist", "named", c.cell});
+    EXPECT_EQ(result.exitCode, c.told[0] == '\0' ? 0 : 1);
+    EXPECT_THAT(result.errors, HasSubstr(c.told));
+    EXPECT_THAT(result.output.toStdString(), HasSubstr(c.body));
+    EXPECT_THAT(result.output.toStdString(), testing::Not(HasSubstr(".global")));
+  }
+  const HostResult result = host().run("netlist named shared --format json");
+  const QJsonObject cell = QJsonDocument::fromJson(result.output).object()["cells"].toArray().last().toObject();
+  EXPECT_EQ(cell["portNets"], (QJsonArray{"a", QJsonValue()}));
 }
 
 // A single placement may be called like a bit of an iterated one.

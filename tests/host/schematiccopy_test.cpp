@@ -592,6 +592,86 @@ oa::close $design
   EXPECT_THAT(dump, HasSubstr("instTerm \"Z\" net=\"other\""));
 }
 
+// The signals tell no range of one bit, and for placements that share a name that of the first.
+TEST_F(CopiedOperations, RangesOfIteratedPlacements) {
+  symbol("inv");
+  plugIn.saveSymbol(lib, "wide", "symbol");
+  plugIn.saveBusport("D<1:0>", QPoint(-100, 0), false, "input", "");
+  plugIn.savePort("Q", QPoint(100, 0), false, "output");
+  plugIn.saveClose();
+  begin("top");
+  plugIn.saveNet(1, "a", 0);
+  plugIn.saveWire(points({{0, 0}, {300, 0}}), 1);
+  const struct {
+    const char *name;
+    int start, stop;
+    const char *net;
+  } ranges[] = {{"V", 2, 2, "a"}, {"V", 7, 4, "N<3:0>"}, {"V", 0, 1, "2*a"}, {"W", 3, 3, "N<1>"}};
+  for (const auto &range : ranges) {
+    plugIn.saveVectorPlacement(lib, "inv", "symbol", range.name, QPoint(0, 100 * range.stop), "", range.start,
+                               range.stop);
+    plugIn.saveVectorPlacementConnection("A", range.net);
+  }
+  place("inv", "S");
+  plugIn.savePlacementConnection(1, "Z");
+  plugIn.saveVectorPlacement(lib, "wide", "symbol", "M", QPoint(), "", 5, 5);
+  plugIn.saveVectorPlacementConnection("D<1:0>", "N<1:0>");
+  plugIn.saveVectorPlacementConnection("Q", "N<2>");
+  EXPECT_EQ(copy("top", "schematic"), "");
+  EXPECT_EQ(differenceOf("top", "schematic"), "");
+}
+
+// A bit keeps the name that its bus or bundle has it under, and a terminal its net where the names allow it.
+TEST_F(CopiedOperations, BitsOfWideNetsKeepTheirNames) {
+  symbol("inv");
+  plugIn.saveSymbol(lib, "wide", "symbol");
+  plugIn.saveBusport("D<0:1>", QPoint(-100, 0), false, "input", "");
+  plugIn.saveClose();
+  host().write("bits.tcl", R"(lassign $argv lib
+foreach {cell bit wide terminal isGlobal} {
+  member a {a b} T1 0  bit {D[1]} {{D[0:1]}} T1 0  global {D[1]} {{D[0:1]}} {} 1  alone a {} T1 0
+} {
+  set design [oa::DesignOpen $lib $cell schematic [oa::ViewTypeGet schematic] w]
+  set block [oa::BlockCreate $design]
+  set net [oa::NetCreate $block $bit]
+  oa::setGlobal $net $isGlobal
+  if {$terminal ne ""} {oa::TermCreate $net $terminal}
+  set inst [oa::ScalarInstCreate $block $lib inv symbol I0 [oa::Transform [oa::Point 0 0] R0]]
+  oa::InstTermCreate $net $inst A
+  if {$wide ne ""} {
+    set inst [oa::ScalarInstCreate $block $lib wide symbol I1 [oa::Transform [oa::Point 0 0] R0]]
+    oa::InstTermCreate [oa::BundleNetCreate $block [join $wide ,]] $inst {D[0:1]}
+  }
+  oa::save $design
+  oa::close $design
+}
+set design [oa::DesignOpen $lib exchanged schematic [oa::ViewTypeGet schematic] w]
+set block [oa::BlockCreate $design]
+foreach {net terminal} {p q q p} {oa::TermCreate [oa::NetCreate $block $net] $terminal}
+oa::save $design
+oa::close $design
+)");
+  const HostResult made = host().run(QStringList{"tcl", "bits.tcl", lib});
+  ASSERT_EQ(made.exitCode, 0) << made.errors;
+  const std::string where = " (" + lib.toStdString() + "copy/";
+  const struct {
+    const char *cell, *told, *net;
+  } cases[] = {{"member", "net a has a terminal or is global, but not in the copy", "net=\"a\""},
+               {"bit", "net D<1> has a terminal or is global, but not in the copy", "net=bit:\"D[1]\""},
+               {"global", "net D<1> has a terminal or is global, but not in the copy", "net=bit:\"D[1]\""},
+               {"alone", "net a is called T1 in the copy", "net=\"T1\""}};
+  for (const auto &c : cases) {
+    SCOPED_TRACE(c.cell);
+    const std::string told = copy(c.cell, "schematic", 1);
+    EXPECT_THAT(told, HasSubstr(c.told + where + c.cell));
+    EXPECT_THAT(told, testing::Not(HasSubstr("only in the copy")));
+    EXPECT_THAT(told, testing::Not(HasSubstr("of placement")));
+    EXPECT_THAT(output("dump " + lib + "copy " + c.cell, lib), HasSubstr(std::string("instTerm \"A\" ") + c.net));
+  }
+  EXPECT_THAT(copy("exchanged", "schematic", 1),
+              HasSubstr("2 times: a terminal is not kept on its net, since another net has its name"));
+}
+
 ViewNetlist netlistOf(const QStringList &nets, const QStringList &externals,
                       const std::vector<ViewNetlist::Device> &devices) {
   ViewNetlist netlist;
