@@ -15,3 +15,17 @@ function(tarnwickdale_test target)
   target_precompile_headers(${target} REUSE_FROM test_headers)
   gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 LABELS "${ARG_LABELS}")
 endfunction()
+
+# tarnwickdale_plugin_fixture(<target> <file>...)
+#
+# What the tests of one room of the plug-in have in common, compiled once: its objects are among the SOURCES of each test. The
+# plug-in's own objects come with the test.
+function(tarnwickdale_plugin_fixture target)
+  add_library(${target} OBJECT ${ARGN})
+  target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support
+    $<TARGET_PROPERTY:plugin_objects,INTERFACE_INCLUDE_DIRECTORIES>)
+  target_compile_definitions(${target} PRIVATE ${TOOLKIT_DEFINITIONS})
+  target_link_libraries(${target} PRIVATE toolkit_qt oaDesign oaTech oaDM oaBase GTest::gmock)
+  target_compile_options(${target} PRIVATE -O0 -fPIC)
+  target_precompile_headers(${target} REUSE_FROM test_headers)
+endfunction()

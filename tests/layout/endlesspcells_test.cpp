@@ -75,14 +75,16 @@ TEST_F(EndlessPcellsTest, VariantsWithinEachOtherAreLimited) {
 
 TEST_F(EndlessPcellsTest, VariantsForOneAreLimited) {
   TestEvaluator wide("wide", tree("wide", 10));
-  createPcell("wide", wide, treeParams(4, 1)); // with 11110 others
+  createPcell("wide", wide, treeParams(5, 1)); // with 111110 others
+  const int most = VariantLimits::kMostForOne;
   EXPECT_THAT(
       read("wide", Lines{"reportError"}),
       ElementsAre(HasSubstr("Parametric cell"),
                   "reportError \"too many variants of parametric cells place each other, the rest is left out\" 1 "
-                  "\"what one variant of lib/wide/layout places, after 10000 others: lib/wide/layout\""));
-  EXPECT_EQ(sentCells(), 10001u);
-  EXPECT_EQ(recorder.lines({"addCellRef"}).size(), 10000u);
+                  "\"what the variants inside one of lib/wide/layout place, after " +
+                      std::to_string(most) + " others: lib/wide/layout\""));
+  EXPECT_EQ(sentCells(), size_t(1 + 10 + most)) << "what the first one places itself is not counted";
+  EXPECT_EQ(recorder.lines({"addCellRef"}).size(), size_t(10 + most));
 }
 
 // Nothing that people draw is cut: not what stored cells place, however much it is, nor what is met again.
@@ -118,28 +120,66 @@ TEST_F(EndlessPcellsTest, OtherVariantsOfAnEndlessCellAreRead) {
   EXPECT_THAT(Lines(references.end() - 2, references.end()), ElementsAre(HasSubstr("\"I2\""), HasSubstr("\"I3\"")));
 }
 
-TEST_F(EndlessPcellsTest, EachVariantThatNeedsTooManyGetsFewerThanTheOneBefore) {
-  VariantLimits limits;
-  const auto *super = reinterpret_cast<const oaDesign *>(&limits); // only compared
-  const auto *other = reinterpret_cast<const oaDesign *>(&recorder);
-  Lines answers;
-  limits.begin(nullptr);
-  for (int root = 0; root < 3; ++root) {
-    limits.begin(super);
+class VariantLimitsTest : public testing::Test {
+protected:
+  // Only compared.
+  const oaDesign *superMaster(int number) const { return reinterpret_cast<const oaDesign *>(&memory_[number]); }
+
+  // How many a variant of `root` in a stored cell may have inside its own ones, at most `needed`.
+  std::string allowedInside(const oaDesign *root, int needed) {
+    limits_.begin(root);
+    limits_.begin(superMaster(0));
     int allowed = 0;
-    VariantLimits::Answer answer = limits.ask(other);
-    for (; answer.verdict == VariantLimits::kAllowed; answer = limits.ask(other)) {
+    VariantLimits::Answer answer{VariantLimits::kAllowed, false};
+    while (allowed < needed && (answer = limits_.ask(superMaster(1))).verdict == VariantLimits::kAllowed) {
       ++allowed;
     }
-    EXPECT_EQ(limits.root(), super);
-    answers.push_back(std::to_string(allowed) + (answer.isNew ? " told" : "") +
-                      (limits.ask(other).isNew ? " told again" : ""));
-    limits.end();
+    EXPECT_EQ(limits_.root(), root);
+    EXPECT_EQ(limits_.evaluations(), allowed);
+    const bool isToldAgain = answer.verdict != VariantLimits::kAllowed && limits_.ask(superMaster(1)).isNew;
+    limits_.end();
+    limits_.end();
+    return std::to_string(allowed) + (answer.isNew ? " told" : "") + (isToldAgain ? " told again" : "");
   }
-  EXPECT_THAT(answers, ElementsAre("10000 told", "5000 told", "2500 told"));
-  for (int i = 0; i < VariantLimits::kMostForOne + 1; ++i) {
-    EXPECT_EQ(limits.ask(other).verdict, VariantLimits::kAllowed) << "what stored cells place is finite";
+
+  bool areAllAllowed(int count) {
+    while (count > 0 && limits_.ask(superMaster(1)).verdict == VariantLimits::kAllowed) {
+      --count;
+    }
+    return count == 0;
   }
+
+  VariantLimits limits_;
+  const char memory_[4] = {};
+};
+
+TEST_F(VariantLimitsTest, OnlySuperMastersThatNeedTooManyGetFewerAfterwards) {
+  const int most = VariantLimits::kMostForOne;
+  const std::string all = std::to_string(most);
+  const std::string few = std::to_string(VariantLimits::kMostAfterwards);
+  const oaDesign *endless = superMaster(2);
+  const oaDesign *big = superMaster(3);
+  limits_.begin(nullptr);
+  EXPECT_EQ(allowedInside(big, most), all) << "the limit is reached, but nothing is missing";
+  EXPECT_EQ(allowedInside(big, most), all);
+  EXPECT_EQ(allowedInside(endless, most + 1), all + " told");
+  EXPECT_EQ(allowedInside(endless, most + 1), few + " told");
+  EXPECT_EQ(allowedInside(endless, most + 1), few + " told");
+  EXPECT_EQ(allowedInside(big, most), all);
+}
+
+TEST_F(VariantLimitsTest, WhatOneCellPlacesItselfHasAnEnd) {
+  const int many = VariantLimits::kMostForOne + 1;
+  limits_.begin(nullptr);
+  EXPECT_TRUE(areAllAllowed(many)) << "a stored cell";
+  limits_.begin(superMaster(2));
+  EXPECT_TRUE(areAllAllowed(many)) << "a variant in it";
+  EXPECT_EQ(limits_.evaluations(), 0);
+  limits_.begin(superMaster(3));
+  limits_.begin(nullptr);
+  EXPECT_TRUE(areAllAllowed(many)) << "a stored cell inside variants";
+  limits_.end();
+  EXPECT_FALSE(areAllAllowed(many)) << "a variant inside a variant";
 }
 
 } // namespace

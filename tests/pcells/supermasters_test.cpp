@@ -169,39 +169,6 @@ TEST_F(Pcells, FailuresAreToldAndLeaveNoBlock) {
   EXPECT_EQ(drawn(variant(one("w", 2))), "0 0 2 20");
 }
 
-TEST_F(Pcells, ACellThatNeedsEverMoreOfItselfComesToAnEnd) {
-  makeBox();
-  Errors errors;
-  boxes_.draw = [this](oaDesign *design, const oaParamArray &params) {
-    oaBlock *block = oaBlock::create(design);
-    place(block, "I1", one("w", params[0].getIntVal() + 1))->getMaster();
-    place(block, "I2", params)->getMaster(); // equal to itself but for the defaults
-  };
-  oaDesign *sub = variant(one("w", 1));
-  EXPECT_NE(sub->getTopBlock(), nullptr);
-  EXPECT_FALSE(errors.texts.empty());
-  EXPECT_THAT(errors.texts[0], HasSubstr("64 evaluations"));
-}
-
-// Each evaluation is over before the box of what it drew is asked for.
-TEST_F(Pcells, BoxesOfCellsThatPlaceEverMoreOfThemselvesComeToAnEnd) {
-  makeBox();
-  Errors errors;
-  boxes_.draw = [this](oaDesign *design, const oaParamArray &params) {
-    oaBlock *block = oaBlock::create(design);
-    oaRect::create(block, 1, 2, oaBox(0, 0, 10, 20));
-    for (unsigned i = 0; i < 2; ++i) { // 2 to the power of the depth of them
-      place(block, i == 0 ? "I0" : "I1", one("w", oaInt4(unsigned(params[0].getIntVal()) * 2U + i)));
-    }
-  };
-  oaBlock *top = oaBlock::create(open("top", 'w'));
-  place(top, "I", one("w", 1));
-  EXPECT_EQ(boxOf(top), "0 0 10 20");
-  EXPECT_LT(boxes_.calls.size(), 70u);
-  ASSERT_FALSE(errors.texts.empty());
-  EXPECT_THAT(errors.texts[0], HasSubstr("64 evaluations"));
-}
-
 TEST_F(Pcells, AMissingEvaluatorIsToldAndItsCellsAreKept) {
   makeBox();
   link_->destroy();
