@@ -150,7 +150,7 @@ bool MasterTable::mayEvaluate(Master &master, const CellPath &path, const oaDesi
   case VariantLimits::kTooMany:
     master.fault = Master::kTooManyVariants;
     master.detail =
-        oaPlugInMain::tr("what one variant of %1 places, after %2 others: %3")
+        oaPlugInMain::tr("what the variants inside one of %1 place, after %2 others: %3")
             .arg(CellPath(variantLimits_.root()).text(), QString::number(variantLimits_.evaluations()), path.text());
     break;
   }

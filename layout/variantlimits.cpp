@@ -8,7 +8,7 @@ void VariantLimits::begin(const oaDesign *super) {
     root = rootLevel() < 0 ? int(levels_.size()) : rootLevel();
     ++variantsBeingSent_[super];
   }
-  levels_.push_back({super, root, 0, false});
+  levels_.push_back({super, root, 0, needTooMany_.count(super) == 0 ? kMostForOne : kMostAfterwards, false});
 }
 
 void VariantLimits::end() {
@@ -31,13 +31,16 @@ VariantLimits::Answer VariantLimits::ask(const oaDesign *super) {
     endless_.insert(super);
     return {kTooDeep, true};
   }
+  if (rootLevel() + 1 == int(levels_.size())) {
+    return {kAllowed, false}; // one evaluation placed them, so they have an end
+  }
   Level &root = levels_[size_t(rootLevel())];
   if (root.isUsedUp) {
     return {kTooMany, false};
   }
-  if (root.evaluations >= mostForOne_) {
+  if (root.evaluations >= root.mostEvaluations) {
     root.isUsedUp = true;
-    mostForOne_ /= 2;
+    needTooMany_.insert(root.super);
     return {kTooMany, true};
   }
   ++root.evaluations;

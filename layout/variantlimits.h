@@ -8,14 +8,15 @@
 #include <oa/oaDesignDB.h>
 
 // Keeps a walk from following parametric cells for ever: evaluators may place variants of their own cell with ever
-// other parameters, or so many variants of each other that nobody would see the end. What stored cells place is finite
-// and always allowed; only what variants place is limited.
+// other parameters, or so many variants of each other that nobody would see the end. What stored cells place is finite,
+// and so is what a variant in a stored cell places itself: both are always allowed. What the variants inside that one
+// place is counted.
 class VariantLimits {
 public:
   enum Verdict {
     kAllowed,
     kTooDeep, // variants of the super master contain each other too often; none of them gets any further ones
-    kTooMany  // for the sake of one variant in a stored cell
+    kTooMany  // inside one variant in a stored cell
   };
 
   // What became of a variant that was about to be evaluated.
@@ -34,23 +35,26 @@ public:
   Answer ask(const oa::oaDesign *super);
   // The super master of the variant in a stored cell for whose sake that cell is there; null for a stored cell.
   const oa::oaDesign *root() const;
-  // How many were evaluated because of that one.
+  // How many were evaluated inside that one, but for those that it places itself.
   int evaluations() const;
 
-  // As many variants of one super master may contain each other; the embedded kit has the same limit for evaluations
-  // within each other.
+  // As many variants of one super master may contain each other; the embedded kit has the same limit for those that are
+  // evaluated for the sake of each other.
   static const int kMostWithinEachOther = 64;
-  // As many variants may be evaluated because of one in a stored cell. Each time that is used up, the next such variant
-  // has half as many: a layout with a thousand of them comes to its end, too.
-  static const int kMostForOne = 10000;
+  // As many variants may be evaluated inside one in a stored cell, not counting those that it places itself.
+  static const int kMostForOne = 30000;
+  // The same for further variants of a super master of which one needed more than that: a layout with a thousand of
+  // them comes to its end, too.
+  static const int kMostAfterwards = 1000;
 
 private:
   struct Level {
     const oa::oaDesign *super;
     // Level of the variant in a stored cell that this one is there for; -1 for a stored cell.
     int root;
-    // Of a root: variants that were evaluated because of it.
+    // Of a root: variants that were evaluated inside it, but for those that it places itself.
     int evaluations;
+    int mostEvaluations;
     bool isUsedUp;
   };
 
@@ -58,8 +62,10 @@ private:
 
   std::vector<Level> levels_;
   std::unordered_map<const oa::oaDesign *, int> variantsBeingSent_;
+  // Super masters of which too many contained each other.
   std::unordered_set<const oa::oaDesign *> endless_;
-  int mostForOne_ = kMostForOne;
+  // Super masters of roots in which there were too many.
+  std::unordered_set<const oa::oaDesign *> needTooMany_;
 };
 
 #endif

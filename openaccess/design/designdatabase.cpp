@@ -3,6 +3,7 @@
 #include "connectivity.h"
 #include "designaccess.h"
 #include "designlife.h"
+#include "evaluationlimits.h"
 #include "figureindexes.h"
 #include "library.h"
 #include "oa/oaDesign.h"
@@ -292,7 +293,7 @@ const oaBox &DesignDatabase::blockBox() {
   }
   const PinnedDesign pinned(*this);
   const BoxDepth depth;
-  const SubMasterBox boxOfVariant(subState != nullptr);
+  const BoxUnderWay underWay(*this);
   isFindingBlockBox_ = true;
   try {
     dropOrphanedDisplays(*this);

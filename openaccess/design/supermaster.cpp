@@ -3,6 +3,7 @@
 #include "collection.h"
 #include "designaccess.h"
 #include "designlife.h"
+#include "evaluationlimits.h"
 #include "instaccess.h"
 #include "oa/oaDesign.h"
 #include "oa/oaException.h"
@@ -14,7 +15,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <set>
 #include <vector>
 
 namespace OpenAccess_4 {
@@ -22,52 +22,6 @@ namespace OpenAccess_4 {
 namespace kit {
 
 namespace {
-
-// Evaluations within evaluations: a cell that places itself with ever other parameters must come to an end, however
-// many of them it places.
-constexpr int kMaxNestedEvaluations = 64;
-constexpr int kMaxEvaluationsAtOnce = 10000;
-
-// One evaluation under way.
-class Evaluation {
-public:
-  Evaluation() {
-    begin();
-    ++atOnce_;
-  }
-  ~Evaluation() { end(); }
-  Evaluation(const Evaluation &) = delete;
-  Evaluation &operator=(const Evaluation &) = delete;
-  // What leads to further evaluations, and is to be counted with them, begins and ends.
-  static void begin() {
-    if (nested_++ == 0) {
-      atOnce_ = 0;
-      endless_.clear();
-    }
-  }
-  static void end() { --nested_; }
-  // Empty as long as there may be more.
-  static std::string whyNoMore(const DesignDatabase *super) {
-    if (nested_ >= kMaxNestedEvaluations) {
-      endless_.insert(super);
-      return std::to_string(nested_) + " evaluations are under way already, each for the sake of the next";
-    }
-    if (nested_ != 0 && endless_.count(super) != 0) { // two in each would be 2 to the power of 64
-      return std::to_string(kMaxNestedEvaluations) + " evaluations, each for the sake of the next, were not enough";
-    }
-    return nested_ != 0 && atOnce_ >= kMaxEvaluationsAtOnce
-               ? std::to_string(atOnce_) + " evaluations were needed already for the sake of one"
-               : std::string();
-  }
-
-private:
-  static int nested_, atOnce_;
-  // Super masters of which there were too many within each other; only compared.
-  static std::set<const DesignDatabase *> endless_;
-};
-int Evaluation::nested_ = 0;
-int Evaluation::atOnce_ = 0;
-std::set<const DesignDatabase *> Evaluation::endless_;
 
 // An evaluator that says that it stores more is wrong.
 constexpr oaUInt4 kMostDataBytes = 256U << 20;
@@ -110,15 +64,18 @@ void bindDefinition(DesignDatabase &super, const Definition &def) {
 }
 
 // Whether the sub master is drawn; its contents are what the evaluator left when it failed. The caller has it pinned.
-bool callOnEval(const DesignDatabase &sub, oaDesign *design, const Definition &def) {
+bool callOnEval(DesignDatabase &sub, oaDesign *design, const Definition &def) {
   PcellObservers &observers = PcellObservers::instance();
   const std::string label = sub.label();
-  const std::string whyNot = Evaluation::whyNoMore(sub.subState->super);
+  const DesignDatabase *super = sub.subState->super;
+  const std::string whyNot = Evaluation::whyNoMore(super);
   if (!whyNot.empty()) {
+    sub.subState->isRefused = true;
+    sub.subState->refusedFor = Evaluation::outermost();
     observers.tellError(design, label + ": " + whyNot, oacPcellEvalError);
     return false;
   }
-  const Evaluation underWay;
+  const Evaluation underWay(super);
   observers.tell([&](oaPcellObserver &observer) { observer.onPreEval(design, def.get()); });
   if (sub.isGone()) {
     return false;
@@ -137,6 +94,7 @@ void evaluate(DesignDatabase &sub) {
   const KeptDesign superIsKept(*sub.subState->super);
   const KeptDesign subIsKept(sub);
   oaDesign *design = sub.design();
+  sub.subState->isRefused = false;
   const Definition def = findPcellDef(*sub.subState->super, design);
   if (sub.isGone()) {
     return;
@@ -163,6 +121,12 @@ void purgeSubMaster(DesignDatabase &super, DesignDatabase &sub) {
   if (super.refCount() > 1) {
     super.releaseReference();
   }
+}
+
+// Too many others were needed for the sake of something that is over now.
+bool isRefusalOver(const SubMasterState &state) {
+  const std::uint64_t outermost = Evaluation::outermost();
+  return state.isRefused && (outermost == 0 || outermost != state.refusedFor);
 }
 
 DesignDatabase &addSubMaster(DesignDatabase &super, const oaParamArray &given, const std::string &key) {
@@ -271,18 +235,6 @@ void createProp(oaObject *owner, const oaParam &param) {
 
 } // namespace
 
-SubMasterBox::SubMasterBox(bool isSubMaster) : isSubMaster_(isSubMaster) {
-  if (isSubMaster_) {
-    Evaluation::begin();
-  }
-}
-
-SubMasterBox::~SubMasterBox() {
-  if (isSubMaster_) {
-    Evaluation::end();
-  }
-}
-
 void paramsBecomeProps(oaObject *owner, const oaParamArray &params) {
   for (oaUInt4 i = 0; i < params.getNumElements(); ++i) {
     createProp(owner, params[i]);
@@ -378,7 +330,7 @@ oaParamArray fittingParams(const oaScalarName &lib, const oaScalarName &cell, co
     raiseDesign(notParametricId, who + " has parameters, but its master is not parametric");
   }
   try {
-    const oaParamArray fitting = fittingParams(super, given);
+    oaParamArray fitting = fittingParams(super, given);
     master->close();
     return fitting;
   } catch (...) {
@@ -396,11 +348,14 @@ oaDesign *openSubMaster(DesignDatabase &super, const oaParamArray &given) {
   }
   const std::map<std::string, DesignDatabase *> &known = stateOf(super).subMasters;
   const auto found = known.find(key);
-  if (found != known.end()) {
+  const bool isKnown = found != known.end();
+  if (isKnown) {
     found->second->addReference();
-    return found->second->design();
+    if (!isRefusalOver(*found->second->subState)) {
+      return found->second->design();
+    }
   }
-  DesignDatabase &sub = addSubMaster(super, fitting, key);
+  DesignDatabase &sub = isKnown ? *found->second : addSubMaster(super, fitting, key);
   const PinnedDesign pinned(sub);
   evaluate(sub);
   if (sub.isGone()) {

@@ -33,19 +33,8 @@ struct SubMasterState {
   DesignDatabase *super = nullptr; // holds one reference of its count
   oaParamArray given;              // in the super master's order
   std::string key;
-};
-
-// Finding the box of a sub master evaluates what it places, and so on: to the limits, it counts like an evaluation
-// under way. Boxes of other designs do not.
-class SubMasterBox {
-public:
-  explicit SubMasterBox(bool isSubMaster);
-  ~SubMasterBox();
-  SubMasterBox(const SubMasterBox &) = delete;
-  SubMasterBox &operator=(const SubMasterBox &) = delete;
-
-private:
-  bool isSubMaster_;
+  bool isRefused = false;       // not evaluated: there were too many already
+  std::uint64_t refusedFor = 0; // Evaluation::outermost() of then
 };
 
 bool isSuperMaster(const DesignDatabase &design);
