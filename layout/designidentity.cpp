@@ -73,17 +73,17 @@ void appendCutPattern(std::string &key, const oaViaParam &params) {
   if (params.hasDefaultCutPattern() || !hasCuts(params) || quint64(rows) * columns > kMostCuts) {
     return;
   }
-  char bits = 0;
+  unsigned int bits = 0;
   int count = 0;
   for (oaUInt4 row = 0; row < rows; ++row) {
     for (oaUInt4 column = 0; column < columns; ++column) {
-      bits = char(bits << 1 | int(params.getCutPatternVal(row, column)));
+      bits = bits << 1 | (params.getCutPatternVal(row, column) ? 1U : 0U);
       if (++count % 8 == 0) {
-        key += bits;
+        key += char(bits & 0xffU);
       }
     }
   }
-  key += char(bits << (8 - count % 8));
+  key += char(bits << (8 - count % 8) & 0xffU);
 }
 
 std::string identityOf(const oaDesign *design) {

@@ -32,7 +32,7 @@ struct ConnectivityState {
   // see DesignDatabase::instTermsOfInst.
   OwnerRuns instTermRuns;
   bool mayHaveInstTermRuns = true;
-  OwnerIndex instTermsByName;      // hash of instance and terminal name -> connections; see connections.h
+  OwnerIndex instTermsByName; // hash of instance and terminal name -> connections; see connections.h
   // Union of the boxes of all instances, and the masters' boxes (by header row) it was made from.
   bool isRefBoxKnown = false;
   oaBox refBox;

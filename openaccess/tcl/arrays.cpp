@@ -100,8 +100,8 @@ template <class Array, class Element, ParameterKind Self> struct ArrayForms {
         {"getSize", &kRead, 1, 1, Effect::none,
          [](Call &call) {
            Value *held = readValue(call.argument(0)).value;
-           call.give(held != nullptr && held->isObject() ? held->as<Array>().getSize()
-                                                         : call.value<Array>(0).getNumElements());
+           const bool isArray = held != nullptr && held->isObject() && held->cls.distanceTo(classOf<Array>()) >= 0;
+           call.give(isArray ? held->as<Array>().getSize() : call.value<Array>(0).getNumElements());
          }},
         {"get", kReadAt, 2, 2, Effect::none, get},
         {"getElement", kReadAt, 2, 2, Effect::none, get},

@@ -206,6 +206,8 @@ TEST_F(Values, ANumberIsTheSizeOfANewArray) {
       EXPECT_THAT(failure(std::string("oa::") + type + " " + size), testing::HasSubstr("unsigned integer from 0 to"));
     }
   }
+  // One element is an array of one, and has no allocation to look into.
+  EXPECT_EQ(eval("oa::getSize [oa::Box 0 0 1 1]"), "1");
   EXPECT_EQ(eval("oa::getNumElements [oa::ByteArray abc]"), "3");
   EXPECT_EQ(eval("oa::getNumElements [oa::StringArray {7 8}]"), "2");
   // The value of a property stays what it is.
