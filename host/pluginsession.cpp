@@ -130,14 +130,14 @@ void PluginSession::requireAnswer(const QString &lib, const QString &what, int e
 
 QStringList PluginSession::requireCellNames(const QString &lib) {
   const int errorsBefore = errorCount();
-  const QStringList cells = core_->getCellNames(lib);
+  QStringList cells = core_->getCellNames(lib);
   requireAnswer(lib, QStringLiteral("the cells of library %1").arg(lib), errorsBefore);
   return cells;
 }
 
 QStringList PluginSession::requireViewNames(const QString &lib, const QString &cell) {
   const int errorsBefore = errorCount();
-  const QStringList views = core_->getViewNames(lib, cell);
+  QStringList views = core_->getViewNames(lib, cell);
   requireAnswer(lib, QStringLiteral("the views of cell %1 of library %2").arg(cell, lib), errorsBefore);
   return views;
 }

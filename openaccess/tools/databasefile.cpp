@@ -43,7 +43,7 @@ std::string withoutFile(const oaException &exception, const std::string &path) {
 }
 
 template <typename Entry> std::string nameOf(const Entry &entry) {
-  const std::string number = std::to_string(entry.id());
+  std::string number = std::to_string(entry.id());
   if (entry.name() == nullptr || entry.name()->size() == 0) {
     return number;
   }
