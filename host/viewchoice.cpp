@@ -8,7 +8,7 @@ QString defaultView(PluginSession &session, const QString &lib, const QString &c
   session.requireLibrary(lib);
   const QStringList views = session.requireViewNames(lib, cell);
   for (const char *name : {"layout", "schematic", "symbol"}) {
-    const QString view = QLatin1String(name);
+    QString view = QLatin1String(name);
     if (views.contains(view))
       return view;
   }

@@ -142,7 +142,9 @@ private:
     ++totals_.cells;
     checkSideFile(cell + "/" + kManagementDataFile, FileRole::managementData, oacCellDMDataType);
     for (const std::string &view : directoriesIn(cell)) {
-      checkView(cell + "/" + view);
+      std::string directory = cell;
+      directory.append("/").append(view);
+      checkView(directory);
     }
   }
 
@@ -211,7 +213,7 @@ private:
                  "a file of the view"};
         return {};
       }
-      const std::string primary = findPrimaryFile(view);
+      std::string primary = findPrimaryFile(view);
       if (primary.empty()) {
         fault = {"has files, but none can be told to be the primary one", std::string("a file ") + kMasterTagFile};
       }
