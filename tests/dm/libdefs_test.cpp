@@ -312,7 +312,7 @@ TEST_F(LibDefs, RefusesMembersThatCannotBeWritten) {
   oaLibDefListRef::create(list, "i.defs");
   EXPECT_EQ(raisedBy([&] { oaLibDef::create(list, named("a"), "b"); }), oacLibDefExists);
   EXPECT_EQ(raisedBy([&] { oaLibDefListRef::create(list, "i.defs"); }), oacLibDefListRefExists);
-  EXPECT_EQ(raisedBy([&] { oaLibDef::create(list, named("b"), "b", "", oacSharedLibMode, NULL, elsewhere); }),
+  EXPECT_EQ(raisedBy([&] { oaLibDef::create(list, named("b"), "b", "", oacSharedLibMode, nullptr, elsewhere); }),
             oacInvalidLibDefListMemCreate);
   for (const char *bad : {"", "p\nDEFINE evil /", " p", "p # q"}) {
     SCOPED_TRACE(bad);
